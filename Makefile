@@ -1,0 +1,35 @@
+# The front door. Every target does its own set-up, says what it does and fails with one clear line.
+.PHONY: help run test check-format bench fuzz clean
+.DEFAULT_GOAL := help
+
+help:
+	@echo "make run [FILE=path]  build the module and print a definition file through a script"
+	@echo "make test             build everything and pass all tests"
+	@echo "make check-format     build and test the format library and its tools alone (no Wine)"
+	@echo "make bench            measure reading and writing as ratios to a floor"
+	@echo "make fuzz [SECONDS=n] run each fuzz target for a while (60 s)"
+	@echo "make clean            remove the build folder"
+
+run:
+	@tools/setup windows
+	@tools/build windows-x64
+	@tools/run $(if $(FILE),"$(FILE)")
+
+test:
+	@tools/setup native windows
+	@tools/test native native-asan windows-x64 windows-x86
+
+check-format:
+	@tools/setup native
+	@tools/test native
+
+bench:
+	@tools/setup native windows bench
+	@tools/bench
+
+fuzz:
+	@tools/setup native fuzz
+	@tools/fuzz $(SECONDS)
+
+clean:
+	rm -rf build
