@@ -1,0 +1,52 @@
+#include "DefinitionList.h"
+
+#include "DefinitionRecord.h"
+#include "MarkerFraming.h"
+#include "Nested.h"
+
+namespace zel {
+
+DefinitionList::DefinitionList() = default;
+
+// Delegates, so that a copy which runs out of memory is torn down by the destructor, on a constant stack.
+DefinitionList::DefinitionList(const DefinitionList& other) : DefinitionList() {
+    version_ = other.version_;
+    CopyNested(other, *this);
+}
+
+DefinitionList& DefinitionList::operator=(DefinitionList other) noexcept {
+    version_ = other.version_;
+    records_.swap(other.records_);
+    return *this;
+}
+
+DefinitionList::~DefinitionList() { Clear(); }
+
+void DefinitionList::SetVersion(std::int32_t version) {
+    VisitLists(*this, [version](DefinitionList& list) {
+        list.version_ = version;
+        for (DefinitionRecord& record : list.records_) record.version_ = record.Members.version_ = version;
+    });
+}
+
+std::istream& DefinitionList::Read(std::istream& stream) {
+    Reader reader(stream, version_);
+    WalkNested<MarkerCursor<Reader, DefinitionList>>(reader, *this);
+    return stream;
+}
+
+std::ostream& DefinitionList::Write(std::ostream& stream) {
+    Writer writer(stream, version_);
+    WalkNested<MarkerCursor<Writer, DefinitionList>>(writer, *this);
+    return stream;
+}
+
+DefinitionRecord& DefinitionList::Append() {
+    DefinitionRecord& record = records_.emplace_back();
+    record.version_ = record.Members.version_ = version_;
+    return record;
+}
+
+void DefinitionList::Clear() noexcept { DrainNested(records_); }
+
+}  // namespace zel

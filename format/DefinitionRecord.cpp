@@ -1,0 +1,74 @@
+// A definition in the file:
+//
+//   order  width  field                        present from version
+//   1      2 + c  AreaCode                     always
+//   2      109    Multiplier .. DimensionType  always
+//   3      1      Hidden                       2
+//   4      2 + c  SubtractAreaCode             3
+//   5      2 + n  Members                      always
+
+#include "DefinitionRecord.h"
+
+#include "MarkerFraming.h"
+#include "Nested.h"
+
+namespace zel {
+
+DefinitionRecord::DefinitionRecord(const DefinitionRecord& other) : Record(other), Members(other.Members) {
+    CopyFields(other);
+}
+
+DefinitionRecord& DefinitionRecord::operator=(const DefinitionRecord& other) {
+    DefinitionList members(other.Members);
+    CopyFields(other);
+    Members = std::move(members);
+    return *this;
+}
+
+void DefinitionRecord::CopyFields(const DefinitionRecord& other) {
+    AreaCode = other.AreaCode;
+    SubtractAreaCode = other.SubtractAreaCode;
+    block = other.block;
+    Hidden = other.Hidden;
+    version_ = other.version_;
+    Members.version_ = other.Members.version_;
+    Normalize();
+}
+
+void DefinitionRecord::SetVersion(std::int32_t version) {
+    version_ = version;
+    Members.SetVersion(version);
+}
+
+template <class Archive>
+void DefinitionRecord::Head(Archive& archive) {
+    if (!Archive::kReads) Normalize();
+    archive.Field(AreaCode);
+    archive.Field(block);
+    archive.Since(2, Hidden);
+    archive.Since(3, SubtractAreaCode);
+    if (Archive::kReads) Normalize();
+}
+
+template void DefinitionRecord::Head(Reader&);
+template void DefinitionRecord::Head(Writer&);
+
+std::istream& DefinitionRecord::Read(std::istream& stream) {
+    Reader reader(stream, version_);
+    WalkElement<MarkerCursor<Reader, DefinitionList>>(reader, *this);
+    return stream;
+}
+
+std::ostream& DefinitionRecord::Write(std::ostream& stream) {
+    Writer writer(stream, version_);
+    WalkElement<MarkerCursor<Writer, DefinitionList>>(writer, *this);
+    return stream;
+}
+
+void DefinitionRecord::Normalize() {
+    block.AreaName.Normalize();
+    block.AreaDescription.Normalize();
+    block.SegmentStyle.Normalize();
+}
+
+}  // namespace zel

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "CountedText.h"
+#include "DefinitionList.h"
+#include "LittleEndian.h"
+#include "Record.h"
+#include "ShortString.h"
+
+namespace zel {
+
+// The fixed part of a definition as it stands in the file.
+struct DefinitionBlock {
+    LittleEndian<double> Multiplier;
+    std::uint8_t CalcType;
+    CountedText<21> AreaName;
+    CountedText<21> AreaDescription;
+    LittleEndian<double> WallWidth;
+    LittleEndian<double> WallHeight;
+    CountedText<33> SegmentStyle;
+    LittleEndian<std::uint16_t> FillPattern;
+    LittleEndian<std::uint16_t> LineColor;
+    LittleEndian<std::uint16_t> FillColor;
+    std::uint8_t PostDescription;
+    std::uint8_t PostArea;
+    std::uint8_t DimensionType;
+};
+static_assert(sizeof(DefinitionBlock) == 109 && alignof(DefinitionBlock) == 1);
+static_assert(offsetof(DefinitionBlock, AreaName) == 9 && offsetof(DefinitionBlock, AreaDescription) == 30);
+static_assert(offsetof(DefinitionBlock, WallWidth) == 51 && offsetof(DefinitionBlock, SegmentStyle) == 67);
+static_assert(offsetof(DefinitionBlock, FillPattern) == 100 &&
+              offsetof(DefinitionBlock, DimensionType) == 108);
+
+// One area definition and, below it, the definitions it is composed of. A new one is empty and zero, with
+// version 0.
+class DefinitionRecord : public Record {
+public:
+    DefinitionRecord() : block{} {}
+    // A copy is normalized.
+    DefinitionRecord(const DefinitionRecord& other);
+    DefinitionRecord& operator=(const DefinitionRecord& other);
+
+    std::int32_t GetVersion() const override { return version_; }
+    void SetVersion(std::int32_t version) override;
+    std::istream& Read(std::istream& stream) override;
+    std::ostream& Write(std::ostream& stream) override;
+    // Puts a NUL into each counted text.
+    virtual void Normalize();
+
+    // For the walks over nested lists (Nested.h).
+    template <class Archive>
+    void Head(Archive& archive);
+    template <class Archive>
+    void Tail(Archive&) {}
+    DefinitionList* Nested() { return &Members; }
+    const DefinitionList* Nested() const { return &Members; }
+    // Everything but the members.
+    void CopyFields(const DefinitionRecord& other);
+
+    ShortString AreaCode;
+    DefinitionBlock block;
+    std::uint8_t Hidden = 0;
+    ShortString SubtractAreaCode;
+    DefinitionList Members;
+
+private:
+    friend class DefinitionList;
+
+    std::int32_t version_ = 0;
+};
+
+}  // namespace zel

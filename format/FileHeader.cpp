@@ -1,0 +1,111 @@
+// The header in the file:
+//
+//   order  width  field                                  present with
+//   1      54     Signature .. LastModifiedBy            always
+//   2      11     ProgramVersionSignature                Flags 0x10
+//   3      42     CreatedByVersion, ModifiedByVersion    Flags 0x100
+
+#include "FileHeader.h"
+
+#include "CalendarDate.h"
+#include "Reader.h"
+#include "Writer.h"
+
+namespace zel {
+namespace {
+
+constexpr std::size_t kMandatorySize = offsetof(HeaderImage, ProgramVersionSignature);
+constexpr std::int64_t kTicksPerDay = 864000000000;
+constexpr std::int64_t kTicksPerSecond = 10000000;
+constexpr std::int64_t kDayOf1601 = 366;
+
+template <class Archive, class Image>
+void OptionalSections(Archive& archive, Image& image) {
+    if (image.Flags & FileHeader::kProgramVersionFlag) archive.Field(image.ProgramVersionSignature);
+    if (!(image.Flags & FileHeader::kWriterVersionsFlag)) return;
+    archive.Field(image.CreatedByVersion);
+    archive.Field(image.ModifiedByVersion);
+}
+
+}  // namespace
+
+FileHeader::FileHeader() : image{} {
+    image.Signature.Put("TRN4WIN");
+    image.TarnVersion = 64;
+    image.Flags = kProgramVersionFlag | kWriterVersionsFlag;
+}
+
+FileHeader::FileHeader(const FileHeader& other)
+    : Record(other), image(other.image), version_(other.version_) {
+    FileHeader::Normalize();
+}
+
+FileHeader& FileHeader::operator=(const FileHeader& other) {
+    image = other.image;
+    version_ = other.version_;
+    Normalize();
+    return *this;
+}
+
+void FileHeader::SetVersion(std::int32_t version) {
+    version_ = version;
+    image.FileVersion = static_cast<std::uint8_t>(version);
+}
+
+std::istream& FileHeader::Read(std::istream& stream) {
+    Reader reader(stream);
+    reader.Bytes(&image, kMandatorySize);
+    UpgradeVersion();
+    SetVersion(image.FileVersion);
+    AddImpliedFlags();
+    OptionalSections(reader, image);
+    Normalize();
+    return stream;
+}
+
+std::ostream& FileHeader::Write(std::ostream& stream) {
+    Normalize();
+    Writer writer(stream);
+    writer.Bytes(&image, kMandatorySize);
+    OptionalSections(writer, image);
+    return stream;
+}
+
+void FileHeader::Normalize() {
+    image.Signature.Normalize();
+    image.ProgramVersionSignature.Normalize();
+    image.CreatedByVersion.Normalize();
+    image.ModifiedByVersion.Normalize();
+}
+
+// Version 1 files last modified after January 1997 count as version 2. The date that is looked at has always
+// been day 0 and second 0 instead of the file's own, which no calendar of the platform knows: the test never
+// holds, and existing files rely on that.
+void FileHeader::UpgradeVersion() {
+    if (image.FileVersion != 1) return;
+    const CalendarDate date = CalendarDateOf(DateTimeToFileTime(0, 0));
+    if (date.year >= 1997 && (date.month > 1 || date.day > 31)) image.FileVersion = 2;
+}
+
+void FileHeader::AddImpliedFlags() {
+    std::int32_t implied = 0;
+    if (image.Type == 5 && image.FileVersion >= 5) implied = kProgramVersionFlag | kWriterVersionsFlag;
+    if (image.Type == 1 && image.FileVersion >= 21) implied = kProgramVersionFlag;
+    if (image.Type == 1 && image.FileVersion >= 22) implied |= kWriterVersionsFlag;
+    image.Flags = image.Flags | implied;
+}
+
+std::int64_t FileHeader::DateTimeToFileTime(std::int32_t day, std::int32_t seconds) {
+    const auto days = static_cast<std::uint64_t>(std::int64_t{day} - kDayOf1601);
+    const auto ticks = static_cast<std::uint64_t>(std::int64_t{seconds} * kTicksPerSecond);
+    return static_cast<std::int64_t>(days * static_cast<std::uint64_t>(kTicksPerDay) + ticks);
+}
+
+FileHeader::DateTime FileHeader::FileTimeToDateTime(std::int64_t ticks) {
+    std::int64_t days = ticks / kTicksPerDay;
+    if (ticks % kTicksPerDay < 0) --days;
+    const auto ticksOfDay = static_cast<double>(ticks - days * kTicksPerDay);
+    return {static_cast<std::int32_t>(days + kDayOf1601), static_cast<std::int32_t>(ticksOfDay * 0.0000001)};
+}
+
+}  // namespace zel

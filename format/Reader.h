@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <string>
+#include <type_traits>
+
+#include "LittleEndian.h"
+#include "ShortString.h"
+
+namespace zel {
+
+// Reads a record's fields from a stream, straight from its buffer: one sentry for the whole record, no
+// seeking. The stream sees what reading field by field with istream::read would leave: a short read sets
+// eofbit and failbit (or throws, where the caller asked for that) and later reads fail in turn. Presents the
+// calls of Writer, so that one walk over the fields serves both directions.
+class Reader {
+public:
+    static constexpr bool kReads = true;
+
+    // The stream must outlive the reader. Fields are present by `version`.
+    explicit Reader(std::istream& stream, std::int32_t version = 0) : stream_(stream), version_(version) {
+        const std::istream::sentry sentry(stream, true);
+    }
+
+    std::int32_t version() const { return version_; }
+
+    // The number of bytes that were there; the rest of `to` keeps what it held.
+    std::size_t Bytes(void* to, std::size_t size);
+
+    // A field keeps the bytes that could not be read.
+    template <class T>
+    void Field(T& field) {
+        static_assert(alignof(T) == 1 && std::is_trivially_copyable_v<T>, "a field is its bytes in the file");
+        Bytes(&field, sizeof field);
+    }
+    void Field(ShortString& field) {
+        Value<std::uint8_t>();
+        Text<std::uint8_t>(field.text);
+    }
+
+    template <class T>
+    void Since(std::int32_t introduced, T& field) {
+        if (version_ >= introduced) Field(field);
+    }
+
+    // A working variable: 0 where not all of it could be read.
+    template <class T>
+    T Value() {
+        LittleEndian<T> value{};
+        return Bytes(&value, sizeof value) == sizeof value ? T{value} : T{};
+    }
+
+    // A length, then that many characters, of which the text is those before the first NUL. A length below 1
+    // leaves the text as it was; characters that are missing count as NULs.
+    template <class Length>
+    void Text(std::string& text) {
+        const Length length = Value<Length>();
+        if (length > 0) Characters(text, static_cast<std::size_t>(length));
+    }
+    void Characters(std::string& text, std::size_t length);
+
+    // Whether an element of a marker-framed list starts here. A zero byte, the list's end, is consumed;
+    // any other byte stays and is the first of the element. False at the end of the stream.
+    bool AtElement();
+
+private:
+    std::size_t Available() const;
+    void Skip(std::size_t size);
+    std::size_t BytesFromBuffer(void* to, std::size_t size);
+
+    std::istream& stream_;
+    std::int32_t version_;
+};
+
+}  // namespace zel

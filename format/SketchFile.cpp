@@ -1,0 +1,51 @@
+// The file:
+//
+//   order  width  field           present in versions
+//   1      54+    header          all
+//   2      1      DefinitionType  4 and 5
+//   3      4      FileFlags       5
+//   4      2 + n  definitions     0 to 5
+
+#include "SketchFile.h"
+
+#include "Reader.h"
+#include "Writer.h"
+
+namespace zel {
+
+SketchFile& SketchFile::operator=(const SketchFile& other) {
+    definitions = other.definitions;
+    header = other.header;
+    version_ = other.version_;
+    DefinitionType = other.DefinitionType;
+    return *this;
+}
+
+void SketchFile::SetVersion(std::int32_t version) {
+    version_ = version;
+    header.SetVersion(version);
+    definitions.SetVersion(version);
+}
+
+template <class Archive>
+void SketchFile::Trailer(Archive&& archive) {
+    archive.Since(4, DefinitionType);
+    archive.Since(5, FileFlags);
+}
+
+std::istream& SketchFile::Read(std::istream& stream) {
+    header.Read(stream);
+    SetVersion(header.GetVersion());
+    if (!HasDefinitions()) return stream;
+    Trailer(Reader(stream, version_));
+    return definitions.Read(stream);
+}
+
+std::ostream& SketchFile::Write(std::ostream& stream) {
+    header.Write(stream);
+    if (!HasDefinitions()) return stream;
+    Trailer(Writer(stream, version_));
+    return definitions.Write(stream);
+}
+
+}  // namespace zel
