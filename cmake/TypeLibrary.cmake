@@ -1,0 +1,22 @@
+# Interface headers and type libraries come from IDL by widl, with the IDL files and stdole2.tlb of Wine's own packages.
+find_program(ZEL_WIDL widl REQUIRED)
+find_path(ZEL_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows /usr/include/wine/windows
+    NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+find_path(ZEL_STDOLE_FOLDER stdole2.tlb NO_CMAKE_FIND_ROOT_PATH REQUIRED
+    PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/i386-linux-gnu/wine/i386-windows)
+
+# zel_type_library(TARGET NAME): makes NAME.h, NAME_i.c and NAME.tlb from NAME.idl in the current build folder.
+# TARGET brings the header and the GUIDs to those that link it; a resource script finds the library beside them.
+function(zel_type_library target name)
+    set(out ${CMAKE_CURRENT_BINARY_DIR})
+    set(idl ${CMAKE_CURRENT_SOURCE_DIR}/${name}.idl)
+    add_custom_command(
+        OUTPUT ${out}/${name}.h ${out}/${name}_i.c ${out}/${name}.tlb
+        COMMAND ${ZEL_WIDL} --win32 -t -h -u -I${ZEL_IDL_FOLDER} -L${ZEL_STDOLE_FOLDER} ${idl}
+        WORKING_DIRECTORY ${out}
+        DEPENDS ${idl}
+        VERBATIM)
+    set_source_files_properties(${out}/${name}_i.c PROPERTIES LANGUAGE CXX)
+    add_library(${target} STATIC ${out}/${name}.h ${out}/${name}_i.c ${out}/${name}.tlb)
+    target_include_directories(${target} SYSTEM PUBLIC ${out})
+endfunction()

@@ -1,0 +1,34 @@
+#include "TypeLibrary.h"
+
+#include "ComPtr.h"
+#include "Module.h"
+
+namespace zel {
+
+HRESULT TypeLibrary::Get(ITypeLib** out) noexcept {
+    *out = library_;
+    if (*out) return S_OK;
+    wchar_t path[MAX_PATH];
+    ComPtr<ITypeLib> loaded;
+    HRESULT result = Module::GetPath(path);
+    if (SUCCEEDED(result)) result = LoadTypeLib(path, loaded.Out());
+    if (FAILED(result)) return result;
+
+    auto* place = reinterpret_cast<void* volatile*>(&library_);
+    void* winner = InterlockedCompareExchangePointer(place, loaded.Get(), nullptr);
+    *out = winner ? static_cast<ITypeLib*>(winner) : loaded.Detach();
+    return S_OK;
+}
+
+HRESULT TypeLibrary::GetInfo(REFIID iid, ITypeInfo** out) noexcept {
+    ITypeLib* library = nullptr;
+    const HRESULT result = Get(&library);
+    return SUCCEEDED(result) ? library->GetTypeInfoOfGuid(iid, out) : result;
+}
+
+void TypeLibrary::Unload() noexcept {
+    if (ITypeLib* library = library_) library->Release();
+    library_ = nullptr;
+}
+
+}  // namespace zel

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include <utility>
+
+namespace zel {
+
+// VariantCopy for a source that the copy leaves alone, which its older declarations do not promise.
+inline HRESULT CopyVariant(VARIANT* to, const VARIANT& from) noexcept {
+    return VariantCopy(to, const_cast<VARIANT*>(&from));
+}
+
+// Owns a VARIANT and clears it at the end. `Get()` lends the value, also as the argument of a call that takes
+// a VARIANT by value: that leaves the ownership here.
+class Variant {
+public:
+    Variant() noexcept { VariantInit(&value_); }
+    Variant(Variant&& other) noexcept : value_(other.Detach()) {}
+    Variant(const Variant&) = delete;
+    ~Variant() { VariantClear(&value_); }
+
+    Variant& operator=(Variant&& other) noexcept {
+        Variant(std::move(other)).Swap(*this);
+        return *this;
+    }
+    Variant& operator=(const Variant&) = delete;
+
+    static Variant Int(LONG number) noexcept {
+        Variant made;
+        V_VT(&made.value_) = VT_I4;
+        V_I4(&made.value_) = number;
+        return made;
+    }
+    static Variant UnsignedInt(ULONG number) noexcept {
+        Variant made;
+        V_VT(&made.value_) = VT_UI4;
+        V_UI4(&made.value_) = number;
+        return made;
+    }
+    // Adds a reference to `object`, which may be null.
+    static Variant Object(IDispatch* object) noexcept {
+        Variant made;
+        V_VT(&made.value_) = VT_DISPATCH;
+        V_DISPATCH(&made.value_) = object;
+        if (object) object->AddRef();
+        return made;
+    }
+    // Takes over a value that the caller owned.
+    static Variant Attach(const VARIANT& value) noexcept {
+        Variant owner;
+        owner.value_ = value;
+        return owner;
+    }
+    // Hands the value to the caller.
+    VARIANT Detach() noexcept {
+        VARIANT value = value_;
+        VariantInit(&value_);
+        return value;
+    }
+    // A copy of its own in place of the old value, which stays when the copy fails.
+    HRESULT CopyFrom(const VARIANT& source) noexcept {
+        Variant copy;
+        const HRESULT result = CopyVariant(&copy.value_, source);
+        if (SUCCEEDED(result)) Swap(copy);
+        return result;
+    }
+    void Reset() noexcept { VariantClear(&value_); }
+    void Swap(Variant& other) noexcept { std::swap(value_, other.value_); }
+
+    VARTYPE Type() const noexcept { return V_VT(&value_); }
+    const VARIANT& Get() const noexcept { return value_; }
+
+    // An empty place for a callee to put its value.
+    VARIANT* Out() noexcept {
+        Reset();
+        return &value_;
+    }
+    // The place as it is, for a callee that replaces the value in it.
+    VARIANT* InOut() noexcept { return &value_; }
+
+private:
+    VARIANT value_;
+};
+
+}  // namespace zel
