@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+
+#include "ComPtr.h"
+#include "Dispatch.h"
+#include "Object.h"
+#include "SketchFile.h"
+#include "ZEL_BRU.h"
+#include "ZEL_Collection.h"
+#include "ZEL_Header.h"
+
+namespace zel {
+
+// The root object: a file image, and the header object and the collection of definition objects that clients
+// see of it. A load publishes the image as objects, a save gathers it from them; in between clients work on
+// the objects alone. Header and collection are made with the store, are never exchanged and may outlive it.
+class BRU_Store final : public Object<Interfaces<IBRU_Store, IDispatch>, Dispatch<IBRU_Store>> {
+public:
+    BRU_Store();
+
+    STDMETHODIMP get_Header(IZEL_Header** pVal) noexcept override;
+    STDMETHODIMP put_Header(IZEL_Header* newVal) noexcept override;
+    STDMETHODIMP get_Definitions(IZEL_Collection** pVal) noexcept override;
+    STDMETHODIMP put_Definitions(IZEL_Collection* newVal) noexcept override;
+    // A file that cannot be opened is no error: what the image holds is published again.
+    STDMETHODIMP LoadFromFile(BSTR FileName, LONG* Result) noexcept override;
+    // Refuses versions outside 1 to 5 before it opens anything.
+    STDMETHODIMP SaveToFile(BSTR FileName, LONG* Result) noexcept override;
+    STDMETHODIMP get_DefinitionType(unsigned char* pVal) noexcept override;
+    STDMETHODIMP put_DefinitionType(unsigned char newVal) noexcept override;
+    STDMETHODIMP get_Flags(LONG* pVal) noexcept override;
+    STDMETHODIMP put_Flags(LONG newVal) noexcept override;
+
+private:
+    void ReadImage(const std::string& path);
+    HRESULT WriteImage(const std::string& path);
+    void PublishImage();
+    void GatherImage();
+
+    SketchFile file_;
+    ComPtr<ZEL_Header> header_;
+    ComPtr<ZEL_Collection> definitions_;
+};
+
+}  // namespace zel

@@ -1,0 +1,113 @@
+#include "DefinitionTree.h"
+
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "ComPtr.h"
+#include "DefinitionRecord.h"
+#include "Variant.h"
+#include "ZEL_Definition.h"
+
+namespace zel {
+namespace {
+
+// A collection on the way from the root to the definition at hand, and how far it is gathered.
+class Level {
+public:
+    Level(ComPtr<IZEL_Collection> collection, DefinitionList& records)
+        : collection_(std::move(collection)), records_(records) {
+        if (collection_) collection_->get_Count(&count_);
+    }
+
+    bool AtEnd() const { return position_ >= count_; }
+
+    // The next item if it is a definition.
+    ComPtr<IZEL_Definition> Next() {
+        collection_->Item(Variant::Int(position_++).Get(), item_.InOut());
+        if (item_.Type() != VT_DISPATCH || !V_DISPATCH(&item_.Get())) return nullptr;
+        ComPtr<IZEL_Definition> definition;
+        V_DISPATCH(&item_.Get())->QueryInterface(IID_IZEL_Definition, definition.OutVoid());
+        return definition;
+    }
+
+    DefinitionRecord& Begin(ComPtr<IZEL_Definition> definition) {
+        definition_ = std::move(definition);
+        DefinitionRecord& record = records_.Append();
+        ZEL_Definition::GatherBeforeMembers(*definition_, record);
+        return record;
+    }
+
+    void End() {
+        DefinitionRecord& record = records_.Elements().back();
+        ZEL_Definition::GatherBehindMembers(*definition_, record);
+        record.Normalize();
+        definition_.Reset();
+    }
+
+private:
+    ComPtr<IZEL_Collection> collection_;
+    DefinitionList& records_;
+    LONG count_ = 0;
+    LONG position_ = 0;
+    Variant item_;  // one place for all items, which `Item` replaces
+    ComPtr<IZEL_Definition> definition_;
+};
+
+}  // namespace
+
+VariantArray Publish(const DefinitionList& records) {
+    struct Pending {
+        const DefinitionList* records;
+        ZEL_Definition* owner;
+    };
+    VariantArray roots;
+    std::vector<Pending> pending{{&records, nullptr}};
+    while (!pending.empty()) {
+        const auto [list, owner] = pending.back();
+        pending.pop_back();
+        VariantArray items;
+        items.Reserve(list->Elements().size());
+        for (const DefinitionRecord& record : list->Elements()) {
+            const ComPtr<ZEL_Definition> definition = Make<ZEL_Definition>();
+            if (!definition) continue;
+            definition->AssignFields(record);
+            if (!record.Members.Elements().empty()) pending.push_back({&record.Members, definition.Get()});
+            items.Append(Variant::Object(definition.Get()).Get());
+        }
+        if (owner)
+            owner->Members().SwapItems(items);
+        else
+            roots.Swap(items);
+    }
+    return roots;
+}
+
+DefinitionList Gather(IZEL_Collection& collection) {
+    DefinitionList records;
+    std::vector<Level> path;
+    std::vector<ComPtr<IUnknown>> owners;  // of the levels below the root
+    std::set<IUnknown*> onPath;
+    path.emplace_back(ComPtr<IZEL_Collection>(&collection), records);
+    for (;;) {
+        Level& level = path.back();
+        if (level.AtEnd()) {
+            path.pop_back();
+            if (path.empty()) return records;
+            path.back().End();
+            onPath.erase(owners.back().Get());
+            owners.pop_back();
+            continue;
+        }
+        ComPtr<IZEL_Definition> definition = level.Next();
+        ComPtr<IUnknown> identity = definition.As<IUnknown>();
+        if (!definition || !onPath.insert(identity.Get()).second) continue;
+        ComPtr<IZEL_Collection> members;
+        DefinitionRecord& record = level.Begin(definition.Share());
+        definition->get_Members(members.Out());
+        owners.push_back(std::move(identity));
+        path.emplace_back(std::move(members), record.Members);
+    }
+}
+
+}  // namespace zel

@@ -1,0 +1,149 @@
+#include "ZEL_Collection.h"
+
+#include <cstdlib>
+
+#include "Boundary.h"
+#include "EnumVariant.h"
+#include "ThreadSlot.h"
+#include "Variant.h"
+
+namespace zel {
+namespace {
+
+enum Member : DISPID { kItem = DISPID_VALUE, kAdd = 2, kRemove = 3, kNewEnum = DISPID_NEWENUM };
+
+// The head of the chain that the outermost release of this thread works off.
+const ThreadSlot outermostRelease;
+
+volatile LONG collectionSerial = 0;
+
+// Part of making and unmaking a collection since its first release; nothing looks at the text.
+void FormatSerial() noexcept {
+    wchar_t text[11];
+    _ultow(static_cast<unsigned long>(collectionSerial), text, 10);
+}
+
+ULONG PositionIn(const VARIANT& index) noexcept { return V_UI4(&index); }
+
+bool IsNumber(VARTYPE type) noexcept {
+    return (type >= VT_I2 && type <= VT_CY) || (type >= VT_DECIMAL && type <= VT_UINT);
+}
+
+// A number that is no 32-bit integer becomes a position that no collection has.
+void ToPosition(Variant& argument) noexcept {
+    if (!IsNumber(argument.Type())) return;
+    if (FAILED(VariantChangeType(argument.InOut(), argument.InOut(), 0, VT_I4))) argument = Variant::Int(-1);
+}
+
+}  // namespace
+
+ZEL_Collection::ZEL_Collection() noexcept {
+    InterlockedIncrement(&collectionSerial);
+    FormatSerial();
+}
+
+ZEL_Collection::~ZEL_Collection() { FormatSerial(); }
+
+void ZEL_Collection::ReleaseLater(ComPtr<ZEL_Collection> collection) noexcept {
+    ZEL_Collection* released = collection.Detach();
+    if (!released) return;
+    if (auto* pending = static_cast<ZEL_Collection**>(outermostRelease.Get())) {
+        released->nextReleased_ = std::exchange(*pending, released);
+        return;
+    }
+    ZEL_Collection* pending = released;
+    outermostRelease.Set(&pending);
+    while (pending) {
+        ZEL_Collection* next = std::exchange(pending, pending->nextReleased_);
+        next->nextReleased_ = nullptr;
+        next->Release();
+    }
+    outermostRelease.Set(nullptr);
+}
+
+HRESULT ZEL_Collection::Item(VARIANT index, VARIANT* pItem) noexcept {
+    if (pItem && PositionIn(index) < items_.Size()) CopyVariant(pItem, items_[PositionIn(index)]);
+    return S_OK;
+}
+
+HRESULT ZEL_Collection::get_Count(LONG* pVal) noexcept {
+    if (pVal) *pVal = static_cast<LONG>(items_.Size());
+    return S_OK;
+}
+
+HRESULT ZEL_Collection::get__NewEnum(IUnknown** pVal) noexcept {
+    return Boundary([&]() -> HRESULT {
+        // The enumerator's copies may call into the objects, and those into this collection.
+        const std::vector<VARIANT> snapshot(items_.Data(), items_.Data() + items_.Size());
+        const ComPtr<EnumVariant> enumerator = Make<EnumVariant>();
+        if (!enumerator) return S_FALSE;
+        enumerator->Init(snapshot.data(), static_cast<ULONG>(snapshot.size()));
+        return enumerator->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(pVal));
+    });
+}
+
+HRESULT ZEL_Collection::Add(VARIANT pNew) noexcept {
+    return Boundary([&] {
+        items_.Append(pNew);
+        return S_OK;
+    });
+}
+
+HRESULT ZEL_Collection::Remove(VARIANT index) noexcept {
+    if (PositionIn(index) < items_.Size()) items_.Remove(PositionIn(index));
+    return S_OK;
+}
+
+HRESULT ZEL_Collection::Copy(IZEL_Collection* pCopy) noexcept {
+    if (!pCopy || pCopy == this) return S_OK;
+    // The collection is empty while the other one is asked, and as it was when memory runs out.
+    VariantArray previous;
+    previous.Swap(items_);
+    return Boundary([&] {
+        try {
+            AppendItemsOf(*pCopy);
+        } catch (...) {
+            items_.Swap(previous);
+            throw;
+        }
+        return S_OK;
+    });
+}
+
+void ZEL_Collection::AppendItemsOf(IZEL_Collection& other) {
+    LONG count = 0;
+    other.get_Count(&count);
+    VARIANT item;
+    VariantInit(&item);
+    try {
+        for (LONG i = 0; i < count; ++i) {
+            other.Item(Variant::UnsignedInt(static_cast<ULONG>(i)).Get(), &item);
+            items_.Append(item);
+        }
+    } catch (...) {
+        VariantClear(&item);
+        throw;
+    }
+    // The last item fetched keeps the reference in `item`: clients have come to count on it.
+}
+
+HRESULT ZEL_Collection::Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
+                               VARIANT* value, EXCEPINFO* exception, UINT* badArgument) noexcept {
+    const auto forward = [&](DISPPARAMS* values) {
+        return Dispatch::Invoke(member, reserved, locale, flags, values, value, exception, badArgument);
+    };
+    // Engines differ in whether an item and the enumerator are got or called.
+    constexpr WORD kGetOrCall = DISPATCH_PROPERTYGET | DISPATCH_METHOD;
+    if ((member == kItem || member == kNewEnum) && (flags & kGetOrCall)) flags |= kGetOrCall;
+
+    if (!arguments || arguments->cArgs != 1 || (member != kItem && member != kAdd && member != kRemove))
+        return forward(arguments);
+    Variant argument;
+    if (FAILED(VariantCopyInd(argument.InOut(), &arguments->rgvarg[0]))) return forward(arguments);
+    if (member != kAdd) ToPosition(argument);
+    DISPPARAMS plain = *arguments;
+    plain.rgvarg = argument.InOut();
+    return forward(&plain);
+}
+
+}  // namespace zel

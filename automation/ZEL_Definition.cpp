@@ -1,0 +1,152 @@
+#include "ZEL_Definition.h"
+
+#include <new>
+
+#include "Gathering.h"
+#include "Property.h"
+
+namespace zel {
+
+ZEL_Definition::ZEL_Definition() : members_(Make<ZEL_Collection>()) {
+    if (!members_) throw std::bad_alloc();
+}
+
+ZEL_Definition::~ZEL_Definition() { ZEL_Collection::ReleaseLater(std::move(members_)); }
+
+void ZEL_Definition::GatherBeforeMembers(IZEL_Definition& source, DefinitionRecord& record) {
+    Gathering<IZEL_Definition> from(source);
+    from.Text(&IZEL_Definition::get_AreaCode, record.AreaCode);
+    from.Text(&IZEL_Definition::get_AreaDescription, record.block.AreaDescription);
+    from.Text(&IZEL_Definition::get_AreaName, record.block.AreaName);
+    from.Number(&IZEL_Definition::get_CalcType, record.block.CalcType);
+    from.Number(&IZEL_Definition::get_DimensionType, record.block.DimensionType);
+    from.Number(&IZEL_Definition::get_FillColor, record.block.FillColor);
+    from.Number(&IZEL_Definition::get_FillPattern, record.block.FillPattern);
+    from.Number(&IZEL_Definition::get_Hidden, record.Hidden);
+    from.Number(&IZEL_Definition::get_LineColor, record.block.LineColor);
+}
+
+void ZEL_Definition::GatherBehindMembers(IZEL_Definition& source, DefinitionRecord& record) {
+    Gathering<IZEL_Definition> from(source);
+    from.Number(&IZEL_Definition::get_Multiplier, record.block.Multiplier);
+    from.Number(&IZEL_Definition::get_PostArea, record.block.PostArea);
+    from.Number(&IZEL_Definition::get_PostDescription, record.block.PostDescription);
+    from.Text(&IZEL_Definition::get_SegmentStyle, record.block.SegmentStyle);
+    from.Text(&IZEL_Definition::get_SubtractAreaCode, record.SubtractAreaCode);
+    from.Number(&IZEL_Definition::get_WallHeight, record.block.WallHeight);
+    from.Number(&IZEL_Definition::get_WallWidth, record.block.WallWidth);
+}
+
+HRESULT ZEL_Definition::get_AreaCode(BSTR* pVal) noexcept { return GetText(record_.AreaCode, pVal); }
+HRESULT ZEL_Definition::put_AreaCode(BSTR newVal) noexcept { return PutText(record_.AreaCode, newVal); }
+
+HRESULT ZEL_Definition::get_AreaDescription(BSTR* pVal) noexcept {
+    return GetText(record_.block.AreaDescription, pVal);
+}
+HRESULT ZEL_Definition::put_AreaDescription(BSTR newVal) noexcept {
+    return PutText(record_.block.AreaDescription, newVal);
+}
+
+HRESULT ZEL_Definition::get_AreaName(BSTR* pVal) noexcept { return GetText(record_.block.AreaName, pVal); }
+HRESULT ZEL_Definition::put_AreaName(BSTR newVal) noexcept { return PutText(record_.block.AreaName, newVal); }
+
+HRESULT ZEL_Definition::get_CalcType(unsigned char* pVal) noexcept {
+    return GetValue(record_.block.CalcType, pVal);
+}
+HRESULT ZEL_Definition::put_CalcType(unsigned char newVal) noexcept {
+    return PutValue(record_.block.CalcType, newVal);
+}
+
+HRESULT ZEL_Definition::get_DimensionType(unsigned char* pVal) noexcept {
+    return GetValue(record_.block.DimensionType, pVal);
+}
+HRESULT ZEL_Definition::put_DimensionType(unsigned char newVal) noexcept {
+    return PutValue(record_.block.DimensionType, newVal);
+}
+
+HRESULT ZEL_Definition::get_FillColor(unsigned short* pVal) noexcept {
+    return GetValue(record_.block.FillColor, pVal);
+}
+HRESULT ZEL_Definition::put_FillColor(unsigned short newVal) noexcept {
+    return PutValue(record_.block.FillColor, newVal);
+}
+
+HRESULT ZEL_Definition::get_FillPattern(unsigned short* pVal) noexcept {
+    return GetValue(record_.block.FillPattern, pVal);
+}
+HRESULT ZEL_Definition::put_FillPattern(unsigned short newVal) noexcept {
+    return PutValue(record_.block.FillPattern, newVal);
+}
+
+HRESULT ZEL_Definition::get_Hidden(unsigned char* pVal) noexcept { return GetValue(record_.Hidden, pVal); }
+HRESULT ZEL_Definition::put_Hidden(unsigned char newVal) noexcept { return PutValue(record_.Hidden, newVal); }
+
+HRESULT ZEL_Definition::get_LineColor(unsigned short* pVal) noexcept {
+    return GetValue(record_.block.LineColor, pVal);
+}
+HRESULT ZEL_Definition::put_LineColor(unsigned short newVal) noexcept {
+    return PutValue(record_.block.LineColor, newVal);
+}
+
+HRESULT ZEL_Definition::get_Members(IZEL_Collection** pVal) noexcept {
+    if (!pVal) return S_FALSE;
+    return members_->QueryInterface(IID_IZEL_Collection, reinterpret_cast<void**>(pVal));
+}
+
+HRESULT ZEL_Definition::put_Members(IZEL_Collection* newVal) noexcept {
+    if (!newVal) return S_FALSE;
+    const ComPtr<IZEL_Collection> held(newVal);
+    members_->Copy(newVal);
+    return S_OK;
+}
+
+HRESULT ZEL_Definition::get_Multiplier(double* pVal) noexcept {
+    return GetValue(record_.block.Multiplier, pVal);
+}
+HRESULT ZEL_Definition::put_Multiplier(double newVal) noexcept {
+    return PutValue(record_.block.Multiplier, newVal);
+}
+
+HRESULT ZEL_Definition::get_PostArea(unsigned char* pVal) noexcept {
+    return GetValue(record_.block.PostArea, pVal);
+}
+HRESULT ZEL_Definition::put_PostArea(unsigned char newVal) noexcept {
+    return PutValue(record_.block.PostArea, newVal);
+}
+
+HRESULT ZEL_Definition::get_PostDescription(unsigned char* pVal) noexcept {
+    return GetValue(record_.block.PostDescription, pVal);
+}
+HRESULT ZEL_Definition::put_PostDescription(unsigned char newVal) noexcept {
+    return PutValue(record_.block.PostDescription, newVal);
+}
+
+HRESULT ZEL_Definition::get_SegmentStyle(BSTR* pVal) noexcept {
+    return GetText(record_.block.SegmentStyle, pVal);
+}
+HRESULT ZEL_Definition::put_SegmentStyle(BSTR newVal) noexcept {
+    return PutText(record_.block.SegmentStyle, newVal);
+}
+
+HRESULT ZEL_Definition::get_SubtractAreaCode(BSTR* pVal) noexcept {
+    return GetText(record_.SubtractAreaCode, pVal);
+}
+HRESULT ZEL_Definition::put_SubtractAreaCode(BSTR newVal) noexcept {
+    return PutText(record_.SubtractAreaCode, newVal);
+}
+
+HRESULT ZEL_Definition::get_WallHeight(double* pVal) noexcept {
+    return GetValue(record_.block.WallHeight, pVal);
+}
+HRESULT ZEL_Definition::put_WallHeight(double newVal) noexcept {
+    return PutValue(record_.block.WallHeight, newVal);
+}
+
+HRESULT ZEL_Definition::get_WallWidth(double* pVal) noexcept {
+    return GetValue(record_.block.WallWidth, pVal);
+}
+HRESULT ZEL_Definition::put_WallWidth(double newVal) noexcept {
+    return PutValue(record_.block.WallWidth, newVal);
+}
+
+}  // namespace zel

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "ComPtr.h"
+#include "DefinitionRecord.h"
+#include "Dispatch.h"
+#include "Object.h"
+#include "ZEL_BRU.h"
+#include "ZEL_Collection.h"
+
+namespace zel {
+
+// The automation view of one area definition: each property is one field of the record that it owns. Its
+// members are definition objects in a collection of its own, which is made with it and never exchanged; the
+// record's own list of members is not used.
+class ZEL_Definition final
+    : public Object<Interfaces<IZEL_Definition, IDispatch>, Dispatch<IZEL_Definition>> {
+public:
+    // Throws std::bad_alloc.
+    ZEL_Definition();
+
+    // Takes over all fields but the members.
+    void AssignFields(const DefinitionRecord& record) { record_.CopyFields(record); }
+    ZEL_Collection& Members() noexcept { return *members_; }
+
+    // Reads the properties of any implementation of the interface, in their order: those before Members into
+    // the record and those behind it. What a getter refuses keeps its default.
+    static void GatherBeforeMembers(IZEL_Definition& source, DefinitionRecord& record);
+    static void GatherBehindMembers(IZEL_Definition& source, DefinitionRecord& record);
+
+    STDMETHODIMP get_AreaCode(BSTR* pVal) noexcept override;
+    STDMETHODIMP put_AreaCode(BSTR newVal) noexcept override;
+    STDMETHODIMP get_AreaDescription(BSTR* pVal) noexcept override;
+    STDMETHODIMP put_AreaDescription(BSTR newVal) noexcept override;
+    STDMETHODIMP get_AreaName(BSTR* pVal) noexcept override;
+    STDMETHODIMP put_AreaName(BSTR newVal) noexcept override;
+    STDMETHODIMP get_CalcType(unsigned char* pVal) noexcept override;
+    STDMETHODIMP put_CalcType(unsigned char newVal) noexcept override;
+    STDMETHODIMP get_DimensionType(unsigned char* pVal) noexcept override;
+    STDMETHODIMP put_DimensionType(unsigned char newVal) noexcept override;
+    STDMETHODIMP get_FillColor(unsigned short* pVal) noexcept override;
+    STDMETHODIMP put_FillColor(unsigned short newVal) noexcept override;
+    STDMETHODIMP get_FillPattern(unsigned short* pVal) noexcept override;
+    STDMETHODIMP put_FillPattern(unsigned short newVal) noexcept override;
+    STDMETHODIMP get_Hidden(unsigned char* pVal) noexcept override;
+    STDMETHODIMP put_Hidden(unsigned char newVal) noexcept override;
+    STDMETHODIMP get_LineColor(unsigned short* pVal) noexcept override;
+    STDMETHODIMP put_LineColor(unsigned short newVal) noexcept override;
+    STDMETHODIMP get_Members(IZEL_Collection** pVal) noexcept override;
+    STDMETHODIMP put_Members(IZEL_Collection* newVal) noexcept override;
+    STDMETHODIMP get_Multiplier(double* pVal) noexcept override;
+    STDMETHODIMP put_Multiplier(double newVal) noexcept override;
+    STDMETHODIMP get_PostArea(unsigned char* pVal) noexcept override;
+    STDMETHODIMP put_PostArea(unsigned char newVal) noexcept override;
+    STDMETHODIMP get_PostDescription(unsigned char* pVal) noexcept override;
+    STDMETHODIMP put_PostDescription(unsigned char newVal) noexcept override;
+    STDMETHODIMP get_SegmentStyle(BSTR* pVal) noexcept override;
+    STDMETHODIMP put_SegmentStyle(BSTR newVal) noexcept override;
+    STDMETHODIMP get_SubtractAreaCode(BSTR* pVal) noexcept override;
+    STDMETHODIMP put_SubtractAreaCode(BSTR newVal) noexcept override;
+    STDMETHODIMP get_WallHeight(double* pVal) noexcept override;
+    STDMETHODIMP put_WallHeight(double newVal) noexcept override;
+    STDMETHODIMP get_WallWidth(double* pVal) noexcept override;
+    STDMETHODIMP put_WallWidth(double newVal) noexcept override;
+
+private:
+    ~ZEL_Definition() override;
+
+    DefinitionRecord record_;
+    ComPtr<ZEL_Collection> members_;
+};
+
+}  // namespace zel
