@@ -1,0 +1,81 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "Record.h"
+
+namespace zel {
+
+// The bytes that `text` names: hex pairs, quoted characters, "*n" repeating the byte before it n times in
+// all. Hex("06 04 'GLA1' 00*109") is 115 bytes.
+inline std::string Hex(const std::string& text) {
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == ' ' || text[i] == '\n') continue;
+        if (text[i] == '\'') {
+            const std::size_t end = text.find('\'', i + 1);
+            bytes.append(text, i + 1, end - i - 1);
+            i = end;
+        } else if (text[i] == '*') {
+            const std::size_t end = std::min(text.find_first_not_of("0123456789", i + 1), text.size());
+            bytes.append(std::stoul(text.substr(i + 1)) - 1, bytes.back());
+            i = end - 1;
+        } else {
+            bytes += static_cast<char>(std::stoul(text.substr(i, 2), nullptr, 16));
+            ++i;
+        }
+    }
+    return bytes;
+}
+
+// Sixteen bytes a line with their offset and characters, the line of `mark` flagged.
+inline std::string HexDump(std::string_view bytes, std::size_t mark = std::string::npos) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string dump;
+    for (std::size_t line = 0; line < bytes.size(); line += 16) {
+        std::string hex, characters;
+        for (const char c : bytes.substr(line, 16)) {
+            const auto byte = static_cast<unsigned char>(c);
+            hex += {kDigits[byte >> 4], kDigits[byte & 15], ' '};
+            characters += byte >= ' ' && byte < 127 ? c : '.';
+        }
+        hex.resize(3 * 16, ' ');
+        dump +=
+            (mark / 16 == line / 16 ? "> " : "  ") + std::to_string(line) + '\t' + hex + characters + '\n';
+    }
+    return dump;
+}
+
+// For EXPECT_TRUE: where bytes differ, shows both dumps and the first difference.
+inline testing::AssertionResult SameBytes(std::string_view expected, std::string_view actual) {
+    if (expected == actual) return testing::AssertionSuccess();
+    std::size_t first = 0;
+    while (first < std::min(expected.size(), actual.size()) && expected[first] == actual[first]) ++first;
+    return testing::AssertionFailure()
+           << "first difference at byte " << first << "\nexpected " << expected.size() << " bytes\n"
+           << HexDump(expected, first) << "actual " << actual.size() << " bytes\n"
+           << HexDump(actual, first);
+}
+
+// What a record writes.
+inline std::string Written(Record& record) {
+    std::ostringstream stream;
+    record.Write(stream);
+    return stream.str();
+}
+
+// Reads a record from bytes; gives how many of them it left.
+inline std::size_t ReadFrom(Record& record, const std::string& bytes) {
+    std::istringstream stream(bytes);
+    record.Read(stream);
+    return static_cast<std::size_t>(stream.rdbuf()->in_avail());
+}
+
+}  // namespace zel
