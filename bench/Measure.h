@@ -2,6 +2,9 @@
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <malloc.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -72,6 +75,10 @@ public:
         return close(file) == 0;
     }
 
+    double Size() const {
+        return static_cast<double>(std::ifstream(kName, std::ios_base::binary | std::ios_base::ate).tellg());
+    }
+
 private:
     static constexpr char kName[] = "bench.tmp";
 };
@@ -82,10 +89,47 @@ inline std::string BytesOf(Record& record) {
     return stream.str();
 }
 
+// Memory that was got once stays: what the system takes to hand out fresh pages says nothing about us, and it
+// would hit large files alone.
+inline void KeepMemory() {
+    mallopt(M_TRIM_THRESHOLD, -1);
+    mallopt(M_MMAP_MAX, 0);
+}
+
+// The most memory this process has had so far.
+inline double PeakBytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) * 1024;
+}
+
+// How much a load raises the process's peak, as a multiple of the file. The file is made by another process;
+// only the first measurement of a process counts.
+template <class File, class Make>
+void MeasurePeak(benchmark::State& state, Make make, std::int64_t records) {
+    const ScratchFile file;
+    const pid_t maker = fork();
+    if (maker == 0) _exit(file.Save(*make(records)) ? 0 : 1);
+    int status = 0;
+    if (waitpid(maker, &status, 0) != maker || status != 0) std::abort();
+    const double before = PeakBytes();
+    TimeEach(state, [&] {
+        auto loaded = file.Load<File>();
+        state.counters["peak"] = (PeakBytes() - before) / file.Size();
+        return loaded;
+    });
+}
+
 // Registers reading and writing of the files that `make(records)` gives, each beside its floor: `parse` turns
 // the bytes in memory into plain structs of the standard library.
 template <class File, class Make, class Parse>
 void RegisterFile(const std::string& group, Make make, Parse parse) {
+    KeepMemory();
+    const std::string peak = group + "/peak/" + std::to_string(kRecordCounts[2]);
+    benchmark::RegisterBenchmark(
+        peak.c_str(), [=](benchmark::State& state) { MeasurePeak<File>(state, make, kRecordCounts[2]); })
+        ->UseManualTime()
+        ->Iterations(1);
     for (const std::int64_t records : kRecordCounts) {
         const auto add = [&](const char* what, auto body) {
             const std::string name = group + '/' + what + '/' + std::to_string(records);

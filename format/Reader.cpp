@@ -1,35 +1,8 @@
 #include "Reader.h"
 
-#include <cstring>
-
 #include "StreamFault.h"
 
 namespace zel {
-namespace {
-
-// The get area of any stream buffer, which otherwise only the buffer's own class may use.
-struct GetArea : std::streambuf {
-    static const char* Begin(const std::streambuf& buffer) { return (buffer.*&GetArea::gptr)(); }
-    static const char* End(const std::streambuf& buffer) { return (buffer.*&GetArea::egptr)(); }
-    static void Skip(std::streambuf& buffer, int size) { (buffer.*&GetArea::gbump)(size); }
-};
-
-}  // namespace
-
-std::size_t Reader::Available() const {
-    const std::streambuf& buffer = *stream_.rdbuf();
-    return static_cast<std::size_t>(GetArea::End(buffer) - GetArea::Begin(buffer));
-}
-
-void Reader::Skip(std::size_t size) { GetArea::Skip(*stream_.rdbuf(), static_cast<int>(size)); }
-
-std::size_t Reader::Bytes(void* to, std::size_t size) {
-    if (!stream_.good() || size > Available()) return BytesFromBuffer(to, size);
-    std::memcpy(to, GetArea::Begin(*stream_.rdbuf()), size);
-    Skip(size);
-    return size;
-}
-
 std::size_t Reader::BytesFromBuffer(void* to, std::size_t size) {
     if (!stream_.good()) {
         stream_.setstate(std::ios_base::failbit);
@@ -56,7 +29,7 @@ void Reader::Characters(std::string& text, std::size_t length) {
     text.resize(std::strlen(text.c_str()));
 }
 
-bool Reader::AtElement() {
+bool Reader::AtElementOfBuffer() {
     using Traits = std::istream::traits_type;
     if (!stream_.good()) {
         stream_.setstate(std::ios_base::failbit);

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <istream>
+#include <streambuf>
 #include <string>
 #include <type_traits>
 
@@ -27,7 +29,12 @@ public:
     std::int32_t version() const { return version_; }
 
     // The number of bytes that were there; the rest of `to` keeps what it held.
-    std::size_t Bytes(void* to, std::size_t size);
+    std::size_t Bytes(void* to, std::size_t size) {
+        if (!stream_.good() || size > Available()) return BytesFromBuffer(to, size);
+        std::memcpy(to, GetArea::Begin(*stream_.rdbuf()), size);
+        Skip(size);
+        return size;
+    }
 
     // A field keeps the bytes that could not be read.
     template <class T>
@@ -36,8 +43,9 @@ public:
         Bytes(&field, sizeof field);
     }
     void Field(ShortString& field) {
-        Value<std::uint8_t>();
-        Text<std::uint8_t>(field.text);
+        std::uint8_t tagAndCount[2] = {};
+        Bytes(tagAndCount, sizeof tagAndCount);
+        if (tagAndCount[1] > 0) Characters(field.text, tagAndCount[1]);
     }
 
     template <class T>
@@ -63,11 +71,27 @@ public:
 
     // Whether an element of a marker-framed list starts here. A zero byte, the list's end, is consumed;
     // any other byte stays and is the first of the element. False at the end of the stream.
-    bool AtElement();
+    bool AtElement() {
+        if (!stream_.good() || Available() == 0) return AtElementOfBuffer();
+        if (*GetArea::Begin(*stream_.rdbuf()) != 0) return true;
+        Skip(1);
+        return false;
+    }
 
 private:
-    std::size_t Available() const;
-    void Skip(std::size_t size);
+    // The get area of any stream buffer, which otherwise only the buffer's own class may use.
+    struct GetArea : std::streambuf {
+        static const char* Begin(const std::streambuf& buffer) { return (buffer.*&GetArea::gptr)(); }
+        static const char* End(const std::streambuf& buffer) { return (buffer.*&GetArea::egptr)(); }
+        static void Skip(std::streambuf& buffer, int size) { (buffer.*&GetArea::gbump)(size); }
+    };
+
+    std::size_t Available() const {
+        const std::streambuf& buffer = *stream_.rdbuf();
+        return static_cast<std::size_t>(GetArea::End(buffer) - GetArea::Begin(buffer));
+    }
+    void Skip(std::size_t size) { GetArea::Skip(*stream_.rdbuf(), static_cast<int>(size)); }
+    bool AtElementOfBuffer();
     std::size_t BytesFromBuffer(void* to, std::size_t size);
 
     std::istream& stream_;

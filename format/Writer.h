@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <ostream>
+#include <streambuf>
 #include <string>
 #include <type_traits>
 
@@ -24,7 +26,14 @@ public:
 
     std::int32_t version() const { return version_; }
 
-    void Bytes(const void* from, std::size_t size);
+    void Bytes(const void* from, std::size_t size) {
+        // Below this a copy beats a call; it also keeps the step within pbump's int.
+        constexpr std::size_t kSmall = 4096;
+        if (!stream_.good() || size > kSmall || size > PutArea::Size(*stream_.rdbuf()))
+            return BytesToBuffer(from, size);
+        std::memcpy(PutArea::Begin(*stream_.rdbuf()), from, size);
+        PutArea::Skip(*stream_.rdbuf(), size);
+    }
 
     template <class T>
     void Field(const T& field) {
@@ -32,8 +41,9 @@ public:
         Bytes(&field, sizeof field);
     }
     void Field(const ShortString& field) {
-        Value(std::uint8_t{6});
-        Text<std::uint8_t>(field.text);
+        const std::uint8_t tagAndCount[] = {6, static_cast<std::uint8_t>(field.text.size())};
+        Bytes(tagAndCount, sizeof tagAndCount);
+        Bytes(field.text.data(), field.text.size());
     }
 
     template <class T>
@@ -54,6 +64,19 @@ public:
     }
 
 private:
+    // The put area of any stream buffer, which otherwise only the buffer's own class may use.
+    struct PutArea : std::streambuf {
+        static char* Begin(const std::streambuf& buffer) { return (buffer.*&PutArea::pptr)(); }
+        static std::size_t Size(const std::streambuf& buffer) {
+            return static_cast<std::size_t>((buffer.*&PutArea::epptr)() - Begin(buffer));
+        }
+        static void Skip(std::streambuf& buffer, std::size_t size) {
+            (buffer.*&PutArea::pbump)(static_cast<int>(size));
+        }
+    };
+
+    void BytesToBuffer(const void* from, std::size_t size);
+
     std::ostream& stream_;
     std::int32_t version_;
     std::ostream::sentry sentry_;
