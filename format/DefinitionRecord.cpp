@@ -40,19 +40,6 @@ void DefinitionRecord::SetVersion(std::int32_t version) {
     Members.SetVersion(version);
 }
 
-template <class Archive>
-void DefinitionRecord::Head(Archive& archive) {
-    if (!Archive::kReads) Normalize();
-    archive.Field(AreaCode);
-    archive.Field(block);
-    archive.Since(2, Hidden);
-    archive.Since(3, SubtractAreaCode);
-    if (Archive::kReads) Normalize();
-}
-
-template void DefinitionRecord::Head(Reader&);
-template void DefinitionRecord::Head(Writer&);
-
 std::istream& DefinitionRecord::Read(std::istream& stream) {
     Reader reader(stream, version_);
     WalkElement<MarkerCursor<Reader, DefinitionList>>(reader, *this);

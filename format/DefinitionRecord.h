@@ -49,7 +49,8 @@ public:
     // Puts a NUL into each counted text.
     virtual void Normalize();
 
-    // For the walks over nested lists (Nested.h).
+    // For the walks over nested lists (Nested.h). An archive is a Reader, a Writer, or what presents their
+    // calls.
     template <class Archive>
     void Head(Archive& archive);
     template <class Archive>
@@ -70,5 +71,15 @@ private:
 
     std::int32_t version_ = 0;
 };
+
+template <class Archive>
+void DefinitionRecord::Head(Archive& archive) {
+    if (!Archive::kReads) Normalize();
+    archive.Field(AreaCode, "AreaCode");
+    archive.Field(block, "block");
+    archive.Since(2, Hidden, "Hidden");
+    archive.Since(3, SubtractAreaCode, "SubtractAreaCode");
+    if (Archive::kReads) Normalize();
+}
 
 }  // namespace zel

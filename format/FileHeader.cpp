@@ -14,18 +14,9 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kMandatorySize = offsetof(HeaderImage, ProgramVersionSignature);
 constexpr std::int64_t kTicksPerDay = 864000000000;
 constexpr std::int64_t kTicksPerSecond = 10000000;
 constexpr std::int64_t kDayOf1601 = 366;
-
-template <class Archive, class Image>
-void OptionalSections(Archive& archive, Image& image) {
-    if (image.Flags & FileHeader::kProgramVersionFlag) archive.Field(image.ProgramVersionSignature);
-    if (!(image.Flags & FileHeader::kWriterVersionsFlag)) return;
-    archive.Field(image.CreatedByVersion);
-    archive.Field(image.ModifiedByVersion);
-}
 
 }  // namespace
 
@@ -58,7 +49,7 @@ std::istream& FileHeader::Read(std::istream& stream) {
     UpgradeVersion();
     SetVersion(image.FileVersion);
     AddImpliedFlags();
-    OptionalSections(reader, image);
+    OptionalSections(reader);
     Normalize();
     return stream;
 }
@@ -67,7 +58,7 @@ std::ostream& FileHeader::Write(std::ostream& stream) {
     Normalize();
     Writer writer(stream);
     writer.Bytes(&image, kMandatorySize);
-    OptionalSections(writer, image);
+    OptionalSections(writer);
     return stream;
 }
 

@@ -37,6 +37,7 @@ class FileHeader : public Record {
 public:
     static constexpr std::int32_t kProgramVersionFlag = 0x10;
     static constexpr std::int32_t kWriterVersionsFlag = 0x100;
+    static constexpr std::size_t kMandatorySize = offsetof(HeaderImage, ProgramVersionSignature);
 
     FileHeader();
     FileHeader(const FileHeader& other);
@@ -61,6 +62,10 @@ public:
     };
     static DateTime FileTimeToDateTime(std::int64_t ticks);
 
+    // The sections that Flags name, in the direction of the archive.
+    template <class Archive>
+    void OptionalSections(Archive& archive);
+
     HeaderImage image;
 
 private:
@@ -69,5 +74,14 @@ private:
 
     std::int32_t version_ = 0;
 };
+
+template <class Archive>
+void FileHeader::OptionalSections(Archive& archive) {
+    if (image.Flags & kProgramVersionFlag)
+        archive.Field(image.ProgramVersionSignature, "ProgramVersionSignature");
+    if (!(image.Flags & kWriterVersionsFlag)) return;
+    archive.Field(image.CreatedByVersion, "CreatedByVersion");
+    archive.Field(image.ModifiedByVersion, "ModifiedByVersion");
+}
 
 }  // namespace zel

@@ -16,7 +16,8 @@ namespace zel {
 // Reads a record's fields from a stream, straight from its buffer: one sentry for the whole record, no
 // seeking. The stream sees what reading field by field with istream::read would leave: a short read sets
 // eofbit and failbit (or throws, where the caller asked for that) and later reads fail in turn. Presents the
-// calls of Writer, so that one walk over the fields serves both directions.
+// calls of Writer, so that one walk over the fields serves both directions; a field's name is for archives
+// that show it.
 class Reader {
 public:
     static constexpr bool kReads = true;
@@ -38,18 +39,18 @@ public:
 
     // A field keeps the bytes that could not be read.
     template <class T>
-    void Field(T& field) {
+    void Field(T& field, const char* = nullptr) {
         static_assert(alignof(T) == 1 && std::is_trivially_copyable_v<T>, "a field is its bytes in the file");
         Bytes(&field, sizeof field);
     }
-    void Field(ShortString& field) {
+    void Field(ShortString& field, const char* = nullptr) {
         std::uint8_t tagAndCount[2] = {};
         Bytes(tagAndCount, sizeof tagAndCount);
         if (tagAndCount[1] > 0) Characters(field.text, tagAndCount[1]);
     }
 
     template <class T>
-    void Since(std::int32_t introduced, T& field) {
+    void Since(std::int32_t introduced, T& field, const char* = nullptr) {
         if (version_ >= introduced) Field(field);
     }
 

@@ -27,12 +27,6 @@ void SketchFile::SetVersion(std::int32_t version) {
     definitions.SetVersion(version);
 }
 
-template <class Archive>
-void SketchFile::Trailer(Archive&& archive) {
-    archive.Since(4, DefinitionType);
-    archive.Since(5, FileFlags);
-}
-
 std::istream& SketchFile::Read(std::istream& stream) {
     header.Read(stream);
     SetVersion(header.GetVersion());

@@ -25,16 +25,21 @@ public:
     std::istream& Read(std::istream& stream) override;
     std::ostream& Write(std::ostream& stream) override;
 
+    // Whether a file of this version has more than a header.
+    bool HasDefinitions() const { return version_ >= 0 && version_ <= kNewestVersion; }
+    // The fields between the header and the definitions, in the direction of the archive.
+    template <class Archive>
+    void Trailer(Archive&& archive) {
+        archive.Since(4, DefinitionType, "DefinitionType");
+        archive.Since(5, FileFlags, "FileFlags");
+    }
+
     FileHeader header;
     std::uint8_t DefinitionType = 0;
     LittleEndian<std::int32_t> FileFlags{0};
     DefinitionList definitions;
 
 private:
-    bool HasDefinitions() const { return version_ >= 0 && version_ <= kNewestVersion; }
-    template <class Archive>
-    void Trailer(Archive&& archive);
-
     std::int32_t version_ = kNewestVersion;
 };
 

@@ -36,18 +36,18 @@ public:
     }
 
     template <class T>
-    void Field(const T& field) {
+    void Field(const T& field, const char* = nullptr) {
         static_assert(alignof(T) == 1 && std::is_trivially_copyable_v<T>, "a field is its bytes in the file");
         Bytes(&field, sizeof field);
     }
-    void Field(const ShortString& field) {
+    void Field(const ShortString& field, const char* = nullptr) {
         const std::uint8_t tagAndCount[] = {6, static_cast<std::uint8_t>(field.text.size())};
         Bytes(tagAndCount, sizeof tagAndCount);
         Bytes(field.text.data(), field.text.size());
     }
 
     template <class T>
-    void Since(std::int32_t introduced, const T& field) {
+    void Since(std::int32_t introduced, const T& field, const char* = nullptr) {
         if (version_ >= introduced) Field(field);
     }
 
