@@ -1,0 +1,56 @@
+' cscript list.vbs FILE
+' Prints a definition file as a table: the header, then the tree of definitions.
+Option Explicit
+
+If WScript.Arguments.Count <> 1 Then Fail "usage: cscript list.vbs FILE"
+If Not CreateObject("Scripting.FileSystemObject").FileExists(WScript.Arguments(0)) Then Fail "no such file: " & WScript.Arguments(0)
+
+Dim store
+Set store = CreateObject("ZEL_BRU.BRU_Store")
+' A script sees the result, not the return code. A file that cannot be opened is none of the store's business.
+If store.LoadFromFile(WScript.Arguments(0)) <> 0 Then Fail "not a file that this version can read"
+
+With store.Header
+    Row "Signature", .Signature & ", type " & .Type & ", file version " & .FileVersion
+    Row "Created", Moment(.CreationDate, .CreationTime) & " by " & Quoted(.CreatedBy) & " with " & Quoted(.CreatedByVersion)
+    Row "Modified", Moment(.ModifiedDate, .ModifiedTime) & " by " & Quoted(.LastModifiedBy) & " with " & Quoted(.ModifiedByVersion)
+    Row "Program", Quoted(.ProgramVersionSignature) & ", line " & .TarnVersion & ", header flags " & .Flags
+End With
+Row "Definitions", store.Definitions.Count & ", type " & store.DefinitionType & ", file flags " & store.Flags
+WScript.Echo ""
+WScript.Echo Pad("Code", 14) & Pad("Name", 20) & Pad("Description", 20) & Pad("Factor", 8) & Pad("Less", 6) & "Members"
+WScript.Echo String(75, "-")
+PrintTree store.Definitions, 0
+
+Sub PrintTree(definitions, depth)
+    Dim d
+    For Each d In definitions
+        WScript.Echo Pad(Space(2 * depth) & d.AreaCode, 14) & Pad(d.AreaName, 20) & Pad(d.AreaDescription, 20) & _
+            Pad(d.Multiplier, 8) & Pad(d.SubtractAreaCode, 6) & d.Members.Count
+        PrintTree d.Members, depth + 1
+    Next
+End Sub
+
+Sub Row(name, value)
+    WScript.Echo Pad(name, 14) & value
+End Sub
+
+Function Pad(text, width)
+    Pad = text
+    If Len(Pad) < width Then Pad = Pad & Space(width - Len(Pad)) Else Pad = Pad & " "
+End Function
+
+Function Quoted(text)
+    Quoted = """" & text & """"
+End Function
+
+' Stored are a day number from 1 January 1600 and seconds from midnight.
+Function Moment(day, seconds)
+    Moment = "day " & day & ", " & seconds & " s"
+    If day > 0 And day < 400000 And seconds >= 0 And seconds < 86400 Then Moment = CDate(day - 109571 + seconds / 86400)
+End Function
+
+Sub Fail(message)
+    WScript.Echo message
+    WScript.Quit 1
+End Sub
