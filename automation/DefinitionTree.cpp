@@ -1,5 +1,6 @@
 #include "DefinitionTree.h"
 
+#include <new>
 #include <set>
 #include <utility>
 #include <vector>
@@ -70,7 +71,8 @@ VariantArray Publish(const DefinitionList& records) {
         items.Reserve(list->Elements().size());
         for (const DefinitionRecord& record : list->Elements()) {
             const ComPtr<ZEL_Definition> definition = Make<ZEL_Definition>();
-            if (!definition) continue;
+            if (!definition && owner) throw std::bad_alloc();
+            if (!definition) continue;  // a load goes on without what it has no room for
             definition->AssignFields(record);
             if (!record.Members.Elements().empty()) pending.push_back({&record.Members, definition.Get()});
             items.Append(Variant::Object(definition.Get()).Get());
