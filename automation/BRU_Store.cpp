@@ -118,10 +118,10 @@ void BRU_Store::PublishImage() {
 
 // The version of the image is that of the header from here on, whether it can be saved or not.
 void BRU_Store::GatherImage() {
-    DefinitionList records = definitions_ ? Gather(*definitions_.Get()) : DefinitionList();
-    if (header_) file_.header = ZEL_Header::Gather(*header_.Get());
-    if (definitions_) file_.definitions = std::move(records);
-    file_.SetVersion(file_.header.image.FileVersion);
+    const FileHeader header = header_ ? ZEL_Header::Gather(*header_.Get()) : file_.header;
+    if (definitions_) file_.definitions = Gather(*definitions_.Get());
+    file_.header = header;
+    file_.SetVersion(header.image.FileVersion);
 }
 
 }  // namespace zel

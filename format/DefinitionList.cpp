@@ -14,6 +14,9 @@ DefinitionList::DefinitionList(const DefinitionList& other) : DefinitionList() {
     CopyNested(other, *this);
 }
 
+DefinitionList::DefinitionList(DefinitionList&& other) noexcept
+    : version_(other.version_), records_(std::move(other.records_)) {}
+
 DefinitionList& DefinitionList::operator=(DefinitionList other) noexcept {
     version_ = other.version_;
     records_.swap(other.records_);
@@ -30,13 +33,13 @@ void DefinitionList::SetVersion(std::int32_t version) {
 }
 
 std::istream& DefinitionList::Read(std::istream& stream) {
-    Reader reader(stream, version_);
+    Reader reader(stream);
     WalkNested<MarkerCursor<Reader, DefinitionList>>(reader, *this);
     return stream;
 }
 
 std::ostream& DefinitionList::Write(std::ostream& stream) {
-    Writer writer(stream, version_);
+    Writer writer(stream);
     WalkNested<MarkerCursor<Writer, DefinitionList>>(writer, *this);
     return stream;
 }

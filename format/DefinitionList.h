@@ -18,6 +18,7 @@ public:
     DefinitionList();
     // Copies the version and the records.
     DefinitionList(const DefinitionList& other);
+    DefinitionList(DefinitionList&& other) noexcept;
     DefinitionList& operator=(DefinitionList other) noexcept;
     ~DefinitionList() override;
 

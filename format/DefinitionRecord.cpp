@@ -41,13 +41,13 @@ void DefinitionRecord::SetVersion(std::int32_t version) {
 }
 
 std::istream& DefinitionRecord::Read(std::istream& stream) {
-    Reader reader(stream, version_);
+    Reader reader(stream);
     WalkElement<MarkerCursor<Reader, DefinitionList>>(reader, *this);
     return stream;
 }
 
 std::ostream& DefinitionRecord::Write(std::ostream& stream) {
-    Writer writer(stream, version_);
+    Writer writer(stream);
     WalkElement<MarkerCursor<Writer, DefinitionList>>(writer, *this);
     return stream;
 }

@@ -74,6 +74,7 @@ private:
 
 template <class Archive>
 void DefinitionRecord::Head(Archive& archive) {
+    archive.SetVersion(version_);
     if (!Archive::kReads) Normalize();
     archive.Field(AreaCode, "AreaCode");
     archive.Field(block, "block");

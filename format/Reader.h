@@ -28,6 +28,8 @@ public:
     }
 
     std::int32_t version() const { return version_; }
+    // Each record walks its fields under its own version.
+    void SetVersion(std::int32_t version) { version_ = version; }
 
     // The number of bytes that were there; the rest of `to` keeps what it held.
     std::size_t Bytes(void* to, std::size_t size) {

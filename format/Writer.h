@@ -25,6 +25,8 @@ public:
         : stream_(stream), version_(version), sentry_(stream) {}
 
     std::int32_t version() const { return version_; }
+    // Each record walks its fields under its own version.
+    void SetVersion(std::int32_t version) { version_ = version; }
 
     void Bytes(const void* from, std::size_t size) {
         // Below this a copy beats a call; it also keeps the step within pbump's int.
