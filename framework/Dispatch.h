@@ -39,6 +39,8 @@ public:
         ComPtr<ITypeInfo> info;
         const HRESULT result = TypeLibrary::GetInfo(__uuidof(Interface), info.Out());
         if (FAILED(result)) return result;
+        // A script's `Set` asks for a put by reference; every object property here takes one put.
+        if (flags & DISPATCH_PROPERTYPUTREF) flags |= DISPATCH_PROPERTYPUT;
         return info->Invoke(static_cast<Interface*>(this), member, flags, arguments, value, exception,
                             badArgument);
     }

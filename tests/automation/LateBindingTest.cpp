@@ -6,7 +6,7 @@ namespace {
 // Calls as a script engine makes them: one argument or none.
 HRESULT Call(IDispatch* object, DISPID member, WORD flags, VARIANT* argument, VARIANT* value) {
     DISPID put = DISPID_PROPERTYPUT;
-    const bool puts = flags & DISPATCH_PROPERTYPUT;
+    const bool puts = flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
     DISPPARAMS arguments{argument, puts ? &put : nullptr, argument ? 1u : 0u, puts ? 1u : 0u};
     if (value) VariantInit(value);
     return object->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, value, nullptr, nullptr);
@@ -74,6 +74,14 @@ TEST(LateBinding, PropertiesCoerceAndRefuse) {
     EXPECT_EQ(S_OK, Call(store, type, DISPATCH_PROPERTYGET, nullptr, &value));
     EXPECT_EQ(VT_UI1, V_VT(&value));
     EXPECT_EQ(200, V_UI1(&value));
+    const CollectionPtr items = Server::NewCollection();
+    items->Add(Int(1));
+    for (const WORD flags : {DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF}) {
+        VARIANT object = ObjectIn(items);
+        EXPECT_EQ(S_OK, Call(store, Named(store, L"Definitions"), flags, &object, nullptr));
+        EXPECT_EQ(1, Count(Definitions(store)));
+        Definitions(store)->Remove(Int(0));
+    }
     EXPECT_EQ(DISP_E_MEMBERNOTFOUND, Call(store, 99, DISPATCH_PROPERTYGET, nullptr, &value));
     EXPECT_EQ(DISPID_UNKNOWN, Named(store, L"NoSuchMember"));
 }
