@@ -1,5 +1,5 @@
 # Run after the link of MODULE: it must load on a machine that has nothing but the system, so it may import from the
-# system's libraries only. Says its size.
+# system's libraries only; and it exports the four entry points of an in-process server, undecorated. Says its size.
 cmake_minimum_required(VERSION 3.25)
 set(system advapi32 gdi32 kernel32 msvcrt ole32 oleaut32 user32)
 
@@ -13,6 +13,13 @@ foreach(import ${imports})
         message(FATAL_ERROR "${MODULE} imports ${library}, which is no system library")
     endif()
 endforeach()
+
+string(REGEX REPLACE ".*Name Pointer\\] Table\n(([^\n]+\n)*).*" "\\1" names "${headers}")
+string(REGEX REPLACE "[^\n]*\\] ([^\n]*)\n" "\\1 " exports "${names}")
+if(NOT exports STREQUAL "DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer ")
+    file(REMOVE ${MODULE})
+    message(FATAL_ERROR "${MODULE} exports ${exports}")
+endif()
 
 cmake_path(GET MODULE FILENAME name)
 cmake_path(GET MODULE PARENT_PATH folder)

@@ -4,8 +4,9 @@ target_compile_options(zel_options INTERFACE
     $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wsuggest-override -Werror>)
 if(WIN32)
     target_compile_definitions(zel_options INTERFACE UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN)
-    # The module's size counts: the linker drops what nothing calls.
-    target_compile_options(zel_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections -fdata-sections>)
+    # The module's size counts: the linker drops what nothing calls. COM hands out typed pointers through void**.
+    target_compile_options(zel_options INTERFACE
+        $<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections -fdata-sections -fno-strict-aliasing>)
     # One size of double everywhere: without SSE the 32-bit build would round twice, and quiet NaNs on the way. Its
     # callers align the stack to 4 bytes only; each function realigns it where it needs more.
     if(CMAKE_SIZEOF_VOID_P EQUAL 4)

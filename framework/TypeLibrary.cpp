@@ -26,6 +26,14 @@ HRESULT TypeLibrary::GetInfo(REFIID iid, ITypeInfo** out) noexcept {
     return SUCCEEDED(result) ? library->GetTypeInfoOfGuid(iid, out) : result;
 }
 
+HRESULT TypeLibrary::Register() noexcept {
+    wchar_t path[MAX_PATH];
+    ITypeLib* library = nullptr;
+    HRESULT result = Module::GetPath(path);
+    if (SUCCEEDED(result)) result = Get(&library);
+    return SUCCEEDED(result) ? RegisterTypeLib(library, path, nullptr) : result;
+}
+
 void TypeLibrary::Unload() noexcept {
     if (ITypeLib* library = library_) library->Release();
     library_ = nullptr;

@@ -11,6 +11,8 @@ namespace zel {
 class TypeLibrary {
 public:
     static HRESULT GetInfo(REFIID iid, ITypeInfo** out) noexcept;
+    // Writes the library and its interfaces into the classes root.
+    static HRESULT Register() noexcept;
     static void Unload() noexcept;
 
 private:

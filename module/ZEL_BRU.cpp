@@ -2,6 +2,7 @@
 
 #include "BRU_Store.h"
 #include "Module.h"
+#include "Registrar.h"
 #include "ZEL_Collection.h"
 #include "ZEL_Definition.h"
 #include "ZEL_Header.h"
@@ -31,4 +32,11 @@ STDAPI DllCanUnloadNow() { return Module::CanUnloadNow(); }
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** out) {
     return Module::GetClassObject(clsid, iid, out);
+}
+
+STDAPI DllRegisterServer() { return zel::Registrar::RegisterModule(); }
+
+STDAPI DllUnregisterServer() {
+    zel::Registrar::UnregisterModule();
+    return S_OK;
 }
