@@ -57,29 +57,29 @@ TEST_F(RegistrarTest, ReturnsTheFirstRefusal) {
 }
 
 TEST_F(RegistrarTest, RefusesAMalformedScriptWhole) {
-    std::wstring deep = L"HKCR {";
+    std::vector<std::wstring> scripts = {L"A",
+                                         L"HKCR",
+                                         L"HKLM { A }",
+                                         L"HKCR { A",
+                                         L"HKCR { A } }",
+                                         L"HKCR { val a = s b }",
+                                         L"HKCR { A = }",
+                                         L"HKCR { A = s }",
+                                         L"HKCR { A = x b }",
+                                         L"HKCR { A = d b }",
+                                         L"HKCR { A = d 4294967296 }",
+                                         L"HKCR { A = d 0x }",
+                                         L"HKCR { A = s 'b }",
+                                         L"HKCR { A = s %b% }",
+                                         L"HKCR { A = s % }",
+                                         L"HKCR { '' }",
+                                         L"HKCR { A { val = s b } }",
+                                         L"HKCR { NoRemove }",
+                                         L"HKCR { = s b }"};
+    std::wstring& deep = scripts.emplace_back(L"HKCR {");
     for (int i = 0; i < 100000; ++i) deep += L" A {";
-    for (int i = 0; i < 100000; ++i) deep += L" }";
-    for (const wchar_t* script : {L"A",
-                                       L"HKCR",
-                                       L"HKLM { A }",
-                                       L"HKCR { A",
-                                       L"HKCR { A } }",
-                                       L"HKCR { val a = s b }",
-                                       L"HKCR { A = }",
-                                       L"HKCR { A = s }",
-                                       L"HKCR { A = x b }",
-                                       L"HKCR { A = d b }",
-                                       L"HKCR { A = d 4294967296 }",
-                                       L"HKCR { A = d 0x }",
-                                       L"HKCR { A = s 'b }",
-                                       L"HKCR { A = s %b% }",
-                                       L"HKCR { A = s % }",
-                                       L"HKCR { '' }",
-                                       L"HKCR { A { val = s b } }",
-                                       L"HKCR { NoRemove }",
-                                       L"HKCR { = s b }",
-                                       deep.c_str()}) {
+    for (int i = 0; i <= 100000; ++i) deep += L" }";
+    for (const std::wstring& script : scripts) {
         EXPECT_EQ(Registrar::Register(script, L""), HRESULT_FROM_WIN32(ERROR_INVALID_DATA)) << ToUtf8(script);
         EXPECT_THAT(registry_.Tree(), IsEmpty());
     }
