@@ -19,9 +19,13 @@ DefinitionRecord::DefinitionRecord(const DefinitionRecord& other) : Record(other
 }
 
 DefinitionRecord& DefinitionRecord::operator=(const DefinitionRecord& other) {
-    DefinitionList members(other.Members);
-    CopyFields(other);
-    Members = std::move(members);
+    DefinitionRecord copy(other);
+    std::swap(AreaCode, copy.AreaCode);
+    std::swap(SubtractAreaCode, copy.SubtractAreaCode);
+    std::swap(Members, copy.Members);
+    block = copy.block;
+    Hidden = copy.Hidden;
+    version_ = copy.version_;
     return *this;
 }
 

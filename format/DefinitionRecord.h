@@ -38,7 +38,7 @@ static_assert(offsetof(DefinitionBlock, FillPattern) == 100 &&
 class DefinitionRecord : public Record {
 public:
     DefinitionRecord() : block{} {}
-    // A copy is normalized.
+    // A copy is normalized. An assignment that runs out of memory changes nothing.
     DefinitionRecord(const DefinitionRecord& other);
     DefinitionRecord& operator=(const DefinitionRecord& other);
 

@@ -94,9 +94,13 @@ std::int64_t FileHeader::DateTimeToFileTime(std::int32_t day, std::int32_t secon
 
 FileHeader::DateTime FileHeader::FileTimeToDateTime(std::int64_t ticks) {
     std::int64_t days = ticks / kTicksPerDay;
-    if (ticks % kTicksPerDay < 0) --days;
-    const auto ticksOfDay = static_cast<double>(ticks - days * kTicksPerDay);
-    return {static_cast<std::int32_t>(days + kDayOf1601), static_cast<std::int32_t>(ticksOfDay * 0.0000001)};
+    std::int64_t ticksOfDay = ticks % kTicksPerDay;
+    if (ticksOfDay < 0) {
+        --days;
+        ticksOfDay += kTicksPerDay;
+    }
+    return {static_cast<std::int32_t>(days + kDayOf1601),
+            static_cast<std::int32_t>(static_cast<double>(ticksOfDay) * 0.0000001)};
 }
 
 }  // namespace zel

@@ -24,9 +24,9 @@ void Reader::Characters(std::string& text, std::size_t length) {
         Skip(length);
         return;
     }
-    text.assign(length, '\0');
-    BytesFromBuffer(text.data(), length);
-    text.resize(std::strlen(text.c_str()));
+    std::string characters(length, '\0');
+    BytesFromBuffer(characters.data(), length);
+    text.assign(characters.c_str());
 }
 
 bool Reader::AtElementOfBuffer() {

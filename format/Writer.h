@@ -29,9 +29,9 @@ public:
     void SetVersion(std::int32_t version) { version_ = version; }
 
     void Bytes(const void* from, std::size_t size) {
-        // Below this a copy beats a call; it also keeps the step within pbump's int.
+        // Below this a copy beats a call; it also keeps the step within pbump's int. A full area may be null.
         constexpr std::size_t kSmall = 4096;
-        if (!stream_.good() || size > kSmall || size > PutArea::Size(*stream_.rdbuf()))
+        if (!stream_.good() || size > kSmall || size >= PutArea::Size(*stream_.rdbuf()))
             return BytesToBuffer(from, size);
         std::memcpy(PutArea::Begin(*stream_.rdbuf()), from, size);
         PutArea::Skip(*stream_.rdbuf(), size);
