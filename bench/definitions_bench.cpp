@@ -1,35 +1,12 @@
-// Definition files of version 5: one in ten top-level definitions has two members.
-
 #include <cstring>
 #include <list>
-#include <memory>
 #include <string>
 
-#include "DefinitionRecord.h"
+#include "DefinitionFile.h"
 #include "Measure.h"
-#include "SketchFile.h"
 
 namespace zel {
 namespace {
-
-void Fill(DefinitionRecord& record, std::int64_t number) {
-    record.AreaCode.text = "GLA" + std::to_string(number % 10);
-    record.block.Multiplier = 1.0;
-    record.block.AreaName.Put("Floor " + std::to_string(number));
-    record.block.SegmentStyle.Put("SOLID");
-    if (number % 7 == 0) record.SubtractAreaCode.text = "GAR";
-}
-
-std::unique_ptr<SketchFile> MakeFile(std::int64_t records) {
-    auto file = std::make_unique<SketchFile>();
-    for (std::int64_t i = 0; i < records; ++i) {
-        DefinitionRecord& record = file->definitions.Append();
-        Fill(record, i);
-        for (std::int64_t member = 0; i % 10 == 0 && member < 2; ++member)
-            Fill(record.Members.Append(), i + member);
-    }
-    return file;
-}
 
 struct PlainDefinition {
     std::string areaCode;
@@ -67,7 +44,7 @@ std::list<PlainDefinition> ParseFile(const std::string& bytes) {
 }
 
 const bool registered = [] {
-    RegisterFile<SketchFile>("definitions", MakeFile, ParseFile);
+    RegisterFile<SketchFile>("definitions", MakeDefinitionFile, ParseFile);
     return true;
 }();
 

@@ -1,0 +1,112 @@
+// The module as a client sees it: loads and saves definition files of two sizes through BRU_Store.
+//
+//   store_bench make RECORDS FILE   writes a file
+//   store_bench time FILE FILE      prints how long each takes, and how the second compares to the first
+//   store_bench peak FILE           prints the most memory a load takes; nothing else may run in the process
+
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+
+#include "ComPtr.h"
+#include "DefinitionFile.h"
+#include "ZEL_BRU.h"
+
+namespace zel {
+namespace {
+
+ComPtr<IBRU_Store> NewStore() {
+    static const HMODULE module = LoadLibraryW(ZEL_MODULE);
+    using GetClass = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+    const auto getClass =
+        reinterpret_cast<GetClass>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+    ComPtr<IClassFactory> factory;
+    ComPtr<IBRU_Store> store;
+    if (getClass(CLSID_BRU_Store, IID_IClassFactory, factory.OutVoid()) != S_OK ||
+        factory->CreateInstance(nullptr, IID_IBRU_Store, store.OutVoid()) != S_OK)
+        std::abort();
+    return store;
+}
+
+// Seconds of one LoadFromFile or SaveToFile.
+using Transfer = HRESULT (STDMETHODCALLTYPE IBRU_Store::*)(BSTR, LONG*);
+double Seconds(IBRU_Store& store, Transfer transfer, const char* name) {
+    BSTR path = SysAllocString(std::wstring(name, name + strlen(name)).c_str());
+    LONG result = -1;
+    const auto start = std::chrono::steady_clock::now();
+    (store.*transfer)(path, &result);
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    SysFreeString(path);
+    if (result != 0) std::abort();
+    return passed.count();
+}
+
+double SizeOf(const char* name) {
+    return static_cast<double>(std::ifstream(name, std::ios_base::binary | std::ios_base::ate).tellg());
+}
+
+struct Times {
+    double intoEmpty = 1e9, intoFull = 1e9, save = 1e9;
+};
+
+// The quickest of some repetitions.
+Times TimeFile(const char* name) {
+    Times best;
+    for (int i = 0; i < 5; ++i) {
+        const ComPtr<IBRU_Store> store = NewStore();
+        best.intoEmpty = std::min(best.intoEmpty, Seconds(*store, &IBRU_Store::LoadFromFile, name));
+        best.intoFull = std::min(best.intoFull, Seconds(*store, &IBRU_Store::LoadFromFile, name));
+        best.save = std::min(best.save, Seconds(*store, &IBRU_Store::SaveToFile, "saved.tmp"));
+    }
+    DeleteFileW(L"saved.tmp");
+    return best;
+}
+
+void PrintTimes(const char* smaller, const char* larger) {
+    const Times few = TimeFile(smaller), many = TimeFile(larger);
+    const auto row = [](const char* what, double a, double b) {
+        std::printf("%-24s%10.2f%10.2f%10.2f\n", what, a * 1000, b * 1000, b / a);
+    };
+    std::printf("%-24s%10s%10s%10s\n", "store, ms", "smaller", "larger", "ratio");
+    row("load into an empty one", few.intoEmpty, many.intoEmpty);
+    row("load into a full one", few.intoFull, many.intoFull);
+    row("save", few.save, many.save);
+    std::printf("%-24s%10.2f%10.2f\n", "load full / empty", few.intoFull / few.intoEmpty,
+                many.intoFull / many.intoEmpty);
+}
+
+double PeakBytes() {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return static_cast<double>(counters.PeakWorkingSetSize);
+}
+
+void PrintPeak(const char* name) {
+    const ComPtr<IBRU_Store> store = NewStore();
+    const double before = PeakBytes();
+    Seconds(*store, &IBRU_Store::LoadFromFile, name);
+    std::printf("memory that a load takes at its peak: %.1f x the file\n",
+                (PeakBytes() - before) / SizeOf(name));
+}
+
+void MakeFile(const char* records, const char* name) {
+    std::ofstream stream(name, std::ios_base::binary);
+    MakeDefinitionFile(std::atoll(records))->Write(stream);
+}
+
+}  // namespace
+}  // namespace zel
+
+int main(int argc, char** argv) {
+    const std::string what = argc > 2 ? argv[1] : "";
+    if (what == "make" && argc == 4) return zel::MakeFile(argv[2], argv[3]), 0;
+    if (what == "time" && argc == 4) return zel::PrintTimes(argv[2], argv[3]), 0;
+    if (what == "peak" && argc == 3) return zel::PrintPeak(argv[2]), 0;
+    return 2;
+}
