@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <sstream>
 
 #include "Bstr.h"
 #include "ComPtr.h"
@@ -61,32 +62,25 @@ ComPtr<ITypeInfo> VirtualTableView(ITypeInfo& dispatch) {
     return view;
 }
 
-Lines Property(const std::string& id, const std::string& name, const std::string& type) {
-    return {id + " get HRESULT " + name + "([out, retval] " + type + "* pVal) 'property " + name + "'",
-            id + " put HRESULT " + name + "([in] " + type + ") 'property " + name + "'"};
-}
-
-struct Row {
-    const char *type, *name;
-};
-
-Lines Properties(const std::vector<Row>& rows) {
+// The members that a list "type name, type name, ..." of properties stands for, numbered from 1; one without
+// a type is a method that takes a file.
+Lines Members(const std::string& list) {
     Lines lines;
-    for (const Row& row : rows) {
-        for (const std::string& line : Property(std::to_string(lines.size() / 2 + 1), row.name, row.type))
-            lines.push_back(line);
+    std::istringstream items(list);
+    int id = 0;
+    for (std::string item; std::getline(items >> std::ws, item, ',');) {
+        const std::size_t blank = item.rfind(' ');
+        const std::string name = item.substr(blank + 1), type = item.substr(0, blank),
+                          number = std::to_string(++id);
+        if (blank == item.npos) {
+            lines.push_back(number + " method HRESULT " + name +
+                            "(BSTR FileName, [out, retval] long* Result) 'method " + name + "'");
+            continue;
+        }
+        lines.push_back(number + " get HRESULT " + name + "([out, retval] " + type + "* pVal) 'property " +
+                        name + "'");
+        lines.push_back(number + " put HRESULT " + name + "([in] " + type + ") 'property " + name + "'");
     }
-    return lines;
-}
-
-Lines StoreMembers() {
-    Lines lines = Properties({{"IZEL_Header*", "Header"}, {"IZEL_Collection*", "Definitions"}});
-    lines.push_back(
-        "3 method HRESULT LoadFromFile(BSTR FileName, [out, retval] long* Result) 'method LoadFromFile'");
-    lines.push_back(
-        "4 method HRESULT SaveToFile(BSTR FileName, [out, retval] long* Result) 'method SaveToFile'");
-    for (const std::string& line : Property("5", "DefinitionType", "unsigned char")) lines.push_back(line);
-    for (const std::string& line : Property("6", "Flags", "long")) lines.push_back(line);
     return lines;
 }
 
@@ -110,39 +104,22 @@ const InterfaceCase kInterfaces[] = {
       "3 method HRESULT Remove([in] VARIANT index) 'method Remove'",
       "4 method HRESULT Copy([in] IZEL_Collection* pCopy) 'method Copy'"}},
     {"ZEL_Header", IID_IZEL_Header, CLSID_ZEL_Header,
-     Properties({{"unsigned char", "TarnVersion"},
-                 {"BSTR", "CreatedBy"},
-                 {"BSTR", "CreatedByVersion"},
-                 {"long", "CreationDate"},
-                 {"long", "CreationTime"},
-                 {"unsigned char", "FileVersion"},
-                 {"long", "Flags"},
-                 {"BSTR", "LastModifiedBy"},
-                 {"BSTR", "ModifiedByVersion"},
-                 {"long", "ModifiedDate"},
-                 {"long", "ModifiedTime"},
-                 {"BSTR", "ProgramVersionSignature"},
-                 {"BSTR", "Signature"},
-                 {"unsigned char", "Type"}})},
+     Members("unsigned char TarnVersion, BSTR CreatedBy, BSTR CreatedByVersion, long CreationDate, long "
+             "CreationTime, "
+             "unsigned char FileVersion, long Flags, BSTR LastModifiedBy, BSTR ModifiedByVersion, long "
+             "ModifiedDate, "
+             "long ModifiedTime, BSTR ProgramVersionSignature, BSTR Signature, unsigned char Type")},
     {"ZEL_Definition", IID_IZEL_Definition, CLSID_ZEL_Definition,
-     Properties({{"BSTR", "AreaCode"},
-                 {"BSTR", "AreaDescription"},
-                 {"BSTR", "AreaName"},
-                 {"unsigned char", "CalcType"},
-                 {"unsigned char", "DimensionType"},
-                 {"unsigned short", "FillColor"},
-                 {"unsigned short", "FillPattern"},
-                 {"unsigned char", "Hidden"},
-                 {"unsigned short", "LineColor"},
-                 {"IZEL_Collection*", "Members"},
-                 {"double", "Multiplier"},
-                 {"unsigned char", "PostArea"},
-                 {"unsigned char", "PostDescription"},
-                 {"BSTR", "SegmentStyle"},
-                 {"BSTR", "SubtractAreaCode"},
-                 {"double", "WallHeight"},
-                 {"double", "WallWidth"}})},
-    {"BRU_Store", IID_IBRU_Store, CLSID_BRU_Store, StoreMembers()},
+     Members("BSTR AreaCode, BSTR AreaDescription, BSTR AreaName, unsigned char CalcType, unsigned char "
+             "DimensionType, "
+             "unsigned short FillColor, unsigned short FillPattern, unsigned char Hidden, unsigned short "
+             "LineColor, "
+             "IZEL_Collection* Members, double Multiplier, unsigned char PostArea, unsigned char "
+             "PostDescription, "
+             "BSTR SegmentStyle, BSTR SubtractAreaCode, double WallHeight, double WallWidth")},
+    {"BRU_Store", IID_IBRU_Store, CLSID_BRU_Store,
+     Members("IZEL_Header* Header, IZEL_Collection* Definitions, LoadFromFile, SaveToFile, "
+             "unsigned char DefinitionType, long Flags")},
 };
 
 class TypeLibraryTest : public testing::TestWithParam<InterfaceCase> {
