@@ -101,9 +101,11 @@ constexpr std::size_t kStackSize = 64 * 1024;
 template <class Body>
 void OnSmallStack(Body body) {
 #ifdef _WIN32
-    const auto run = [](void* context) -> DWORD { return (*static_cast<Body*>(context))(), 0; };
+    struct Thread {
+        static DWORD WINAPI Run(void* context) { return (*static_cast<Body*>(context))(), 0; }
+    };
     const HANDLE thread =
-        CreateThread(nullptr, kStackSize, run, &body, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
+        CreateThread(nullptr, kStackSize, &Thread::Run, &body, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
     ASSERT_EQ(WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
     CloseHandle(thread);
 #else
