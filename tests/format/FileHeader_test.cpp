@@ -1,6 +1,6 @@
 #include "FileHeader.h"
 
-#include <limits>
+#include <cstdint>
 
 #include "CalendarDate.h"
 #include "HexDump.h"
@@ -55,13 +55,9 @@ TEST(FileHeader, ReadAddsTheFlagsThatItsKindImplies) {
 
 TEST(FileHeader, VersionIsMirroredInItsByte) {
     FileHeader header;
-    EXPECT_EQ(header.GetVersion(), 0);
     header.SetVersion(0x1234567);
-    EXPECT_EQ(header.GetVersion(), 0x1234567);
     EXPECT_EQ(header.image.FileVersion, 0x67);
-    FileHeader copy;
-    copy = header;
-    EXPECT_EQ(copy.GetVersion(), 0x1234567);
+    EXPECT_EQ(FileHeader(header).GetVersion(), 0x1234567);
 }
 
 TEST(FileHeader, ShortReadKeepsTheBytesBehind) {
@@ -76,22 +72,18 @@ TEST(FileHeader, ShortReadKeepsTheBytesBehind) {
 
 TEST(FileHeader, NormalizeEndsEachCountedText) {
     const struct {
-        std::size_t offset, largest, last;
-    } fields[] = {{0, 9, 10}, {54, 9, 64}, {65, 19, 85}, {86, 19, 106}};
-    for (const auto& field : fields) {
-        for (const std::size_t count :
-             {std::size_t{0}, std::size_t{1}, field.largest, field.largest + 1, std::size_t{255}}) {
-            FileHeader header;
-            auto* bytes = reinterpret_cast<char*>(&header.image);
-            std::fill_n(bytes, sizeof header.image, '\xee');
-            bytes[field.offset] = static_cast<char>(count);
-            std::string expected(bytes, sizeof header.image);
-            expected[count >= 1 && count <= field.largest ? field.offset + 1 + count : field.last] = '\0';
-            for (const auto& other : fields)
-                if (other.offset != field.offset) expected[other.last] = '\0';
-            header.Normalize();
-            EXPECT_TRUE(SameBytes(expected, {bytes, sizeof header.image})) << field.offset << ' ' << count;
-        }
+        std::string image, normalized;
+    } cases[] = {
+        {"09 ee*10 ff*43 00 ee*10 13 ee*20 14 ee*20", "09 ee*9 00 ff*43 00 ee*9 00 13 ee*19 00 14 ee*19 00"},
+        {"0a ee*10 ff*43 01 ee*10 00 ee*20 01 ee*20",
+         "0a ee*9 00 ff*43 01 ee 00 ee*8 00 ee*19 00 01 ee 00 ee*18"},
+        {"01 ee*10 ff*43 ff ee*10 02 ee*20 ff ee*20",
+         "01 ee 00 ee*8 ff*43 ff ee*9 00 02 ee*2 00 ee*17 ff ee*19 00"},
+    };
+    for (const auto& c : cases) {
+        FileHeader header;
+        EXPECT_EQ(ReadFrom(header, Hex(c.image)), 0u);
+        EXPECT_TRUE(SameBytes(Hex(c.normalized), Written(header)));
     }
 }
 
@@ -113,12 +105,10 @@ TEST(FileHeader, TicksOfDaysAndSeconds) {
     const struct {
         std::int64_t ticks;
         std::int32_t day, seconds;
-    } cases[] = {{0, 366, 0},
-                 {-1, 365, 86399},
-                 {864000000000 - 1, 366, 86399},
+    } cases[] = {{864000000000 - 1, 366, 86399},
                  {864000000000, 367, 0},
-                 {-316224000000000, 0, 0},
-                 {std::numeric_limits<std::int64_t>::min(), -10674834, 76314}};
+                 {-1, 365, 86399},
+                 {INT64_MIN, -10674834, 76314}};
     for (const auto& c : cases) {
         const FileHeader::DateTime time = FileHeader::FileTimeToDateTime(c.ticks);
         EXPECT_EQ(time.day, c.day) << c.ticks;
@@ -130,9 +120,8 @@ TEST(CalendarDate, OfDaysSince1601) {
     const struct {
         std::int64_t day;
         int year, month, dayOfMonth;
-    } cases[] = {{0, 1601, 1, 1},      {58, 1601, 2, 28},    {59, 1601, 3, 1},      {364, 1601, 12, 31},
-                 {36217, 1700, 2, 28}, {36218, 1700, 3, 1},  {145790, 2000, 2, 29}, {145791, 2000, 3, 1},
-                 {146097, 2001, 1, 1}, {134774, 1970, 1, 1}, {-1, 0, 0, 0},         {10675199, 30828, 9, 14}};
+    } cases[] = {{0, 1601, 1, 1},        {36217, 1700, 2, 28}, {36218, 1700, 3, 1},     {145790, 2000, 2, 29},
+                 {146096, 2000, 12, 31}, {-1, 0, 0, 0},        {10675199, 30828, 9, 14}};
     for (const auto& c : cases) {
         const CalendarDate date = CalendarDateOf(c.day * 864000000000);
         EXPECT_EQ(date.year, c.year) << c.day;
