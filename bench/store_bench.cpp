@@ -55,21 +55,22 @@ struct Times {
     double intoEmpty = 1e9, intoFull = 1e9, save = 1e9;
 };
 
-// The quickest of some repetitions.
-Times TimeFile(const char* name) {
-    Times best;
-    for (int i = 0; i < 5; ++i) {
-        const ComPtr<IBRU_Store> store = NewStore();
-        best.intoEmpty = std::min(best.intoEmpty, Seconds(*store, &IBRU_Store::LoadFromFile, name));
-        best.intoFull = std::min(best.intoFull, Seconds(*store, &IBRU_Store::LoadFromFile, name));
-        best.save = std::min(best.save, Seconds(*store, &IBRU_Store::SaveToFile, "saved.tmp"));
-    }
-    DeleteFileW(L"saved.tmp");
-    return best;
+// Keeps the quickest of what has been measured.
+void Measure(const char* name, Times& best) {
+    const ComPtr<IBRU_Store> store = NewStore();
+    best.intoEmpty = std::min(best.intoEmpty, Seconds(*store, &IBRU_Store::LoadFromFile, name));
+    best.intoFull = std::min(best.intoFull, Seconds(*store, &IBRU_Store::LoadFromFile, name));
+    best.save = std::min(best.save, Seconds(*store, &IBRU_Store::SaveToFile, "saved.tmp"));
 }
 
 void PrintTimes(const char* smaller, const char* larger) {
-    const Times few = TimeFile(smaller), many = TimeFile(larger);
+    Times few, many;
+    // In turn, so that a busy machine slows both alike.
+    for (int i = 0; i < 10; ++i) {
+        Measure(smaller, few);
+        Measure(larger, many);
+    }
+    DeleteFileW(L"saved.tmp");
     const auto row = [](const char* what, double a, double b) {
         std::printf("%-24s%10.2f%10.2f%10.2f\n", what, a * 1000, b * 1000, b / a);
     };
