@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 
+#include "PassElement.h"
 #include "Reader.h"
 #include "Writer.h"
 
@@ -24,7 +26,17 @@ public:
         reader_.Value<std::uint8_t>();
     }
 
-    auto* Next() { return reader_.AtElement() ? &list_.Append() : nullptr; }
+    auto* Next() {
+        auto* none = decltype(&list_.Append()){nullptr};
+        if (!reader_.AtElement()) return none;
+        // Elements without a byte of their own would never get past the one that announces them.
+        if constexpr (IsBodyless<std::remove_reference_t<decltype(list_.Append())>>) {
+            reader_.Fail();
+            return none;
+        } else {
+            return &list_.Append();
+        }
+    }
     auto* Current() { return &list_.Elements().back(); }
 
 private:
@@ -52,5 +64,12 @@ private:
     typename List::Iterator next_;
     typename List::Iterator end_;
 };
+
+// The whole list, in the direction of the archive.
+template <class Archive, class List>
+void PassMarkerList(Archive& archive, List& list) {
+    MarkerCursor<Archive, List> cursor(archive, list);
+    while (auto* element = cursor.Next()) PassElement(archive, *element);
+}
 
 }  // namespace zel

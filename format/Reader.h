@@ -8,7 +8,10 @@
 #include <string>
 #include <type_traits>
 
+#include "CountedText.h"
 #include "LittleEndian.h"
+#include "LongString.h"
+#include "PlainString.h"
 #include "ShortString.h"
 
 namespace zel {
@@ -51,9 +54,33 @@ public:
         if (tagAndCount[1] > 0) Characters(field.text, tagAndCount[1]);
     }
 
+    void Field(PlainString& field) { Text<std::uint8_t>(field.text); }
+    void Field(LongString& field) { Text<std::int16_t>(field.text); }
+
+    // Fields that stand one behind the other.
+    template <class... T>
+    void Fields(T&... fields) {
+        constexpr std::size_t kSize = (sizeof(T) + ...);
+        if (!stream_.good() || kSize > Available()) return (Field(fields), ...);
+        const char* from = GetArea::Begin(*stream_.rdbuf());
+        ((std::memcpy(&fields, from, sizeof fields), from += sizeof fields), ...);
+        Skip(kSize);
+    }
+
     template <class T>
     void Since(std::int32_t introduced, T& field, const char* = nullptr) {
         if (version_ >= introduced) Field(field);
+    }
+
+    // A PlainString that is held in a fixed buffer, which keeps as much of it as it has room for.
+    template <std::size_t n>
+    void PlainText(FixedText<n>& text) {
+        const std::size_t length = Value<std::uint8_t>();
+        if (length == 0) return;
+        char characters[UINT8_MAX];
+        const std::size_t present = Bytes(characters, length);
+        std::memset(characters + present, 0, length - present);
+        text.Put({characters, length});
     }
 
     // A working variable: 0 where not all of it could be read.
@@ -72,6 +99,12 @@ public:
     }
     void Characters(std::string& text, std::size_t length);
 
+    // A record class from elsewhere, through its own operations.
+    template <class T>
+    void Foreign(T& record) {
+        record.Read(stream_);
+    }
+
     // Whether an element of a marker-framed list starts here. A zero byte, the list's end, is consumed;
     // any other byte stays and is the first of the element. False at the end of the stream.
     bool AtElement() {
@@ -81,7 +114,16 @@ public:
         return false;
     }
 
+    // Whether a counted list may have a further element. The count goes on past the end of the stream, where
+    // elements cost no bytes: up to kMaxMissing of them, so that lists of lists that lie stay small.
+    bool MayAppend() { return stream_.good() || missing_++ < kMaxMissing; }
+
+    // For content that cannot be what it claims.
+    void Fail() { stream_.setstate(std::ios_base::failbit); }
+
 private:
+    static constexpr std::size_t kMaxMissing = 65536;
+
     // The get area of any stream buffer, which otherwise only the buffer's own class may use.
     struct GetArea : std::streambuf {
         static const char* Begin(const std::streambuf& buffer) { return (buffer.*&GetArea::gptr)(); }
@@ -99,6 +141,7 @@ private:
 
     std::istream& stream_;
     std::int32_t version_;
+    std::size_t missing_ = 0;
 };
 
 }  // namespace zel

@@ -5,10 +5,13 @@
 #include <cstring>
 #include <ostream>
 #include <streambuf>
-#include <string>
+#include <string_view>
 #include <type_traits>
 
+#include "CountedText.h"
 #include "LittleEndian.h"
+#include "LongString.h"
+#include "PlainString.h"
 #include "ShortString.h"
 
 namespace zel {
@@ -48,9 +51,27 @@ public:
         Bytes(field.text.data(), field.text.size());
     }
 
+    void Field(const PlainString& field) { Text<std::uint8_t>(field.text); }
+    void Field(const LongString& field) { Text<std::int16_t>(field.text); }
+
+    // Fields that stand one behind the other.
+    template <class... T>
+    void Fields(const T&... fields) {
+        constexpr std::size_t kSize = (sizeof(T) + ...);
+        if (!stream_.good() || kSize > PutArea::Size(*stream_.rdbuf())) return (Field(fields), ...);
+        char* to = PutArea::Begin(*stream_.rdbuf());
+        ((std::memcpy(to, &fields, sizeof fields), to += sizeof fields), ...);
+        PutArea::Skip(*stream_.rdbuf(), kSize);
+    }
+
     template <class T>
     void Since(std::int32_t introduced, const T& field, const char* = nullptr) {
         if (version_ >= introduced) Field(field);
+    }
+
+    template <std::size_t n>
+    void PlainText(const FixedText<n>& text) {
+        Text<std::uint8_t>(text.Text());
     }
 
     template <class T>
@@ -60,9 +81,15 @@ public:
 
     // The length's low bits, then all characters.
     template <class Length>
-    void Text(const std::string& text) {
+    void Text(std::string_view text) {
         Value(static_cast<Length>(text.size()));
         Bytes(text.data(), text.size());
+    }
+
+    // A record class from elsewhere, through its own operations.
+    template <class T>
+    void Foreign(T& record) {
+        record.Write(stream_);
     }
 
 private:

@@ -9,8 +9,6 @@
 #include <string>
 #include <string_view>
 
-#include "Record.h"
-
 namespace zel {
 
 // The bytes that `text` names: hex pairs, quoted characters, "*n" repeating the byte before it n times in
@@ -65,14 +63,16 @@ inline testing::AssertionResult SameBytes(std::string_view expected, std::string
 }
 
 // What a record writes.
-inline std::string Written(Record& record) {
+template <class Piece>
+std::string Written(Piece& record) {
     std::ostringstream stream;
     record.Write(stream);
     return stream.str();
 }
 
 // Reads a record from bytes; gives how many of them it left.
-inline std::size_t ReadFrom(Record& record, const std::string& bytes) {
+template <class Piece>
+std::size_t ReadFrom(Piece& record, const std::string& bytes) {
     std::istringstream stream(bytes);
     record.Read(stream);
     return static_cast<std::size_t>(stream.rdbuf()->in_avail());
