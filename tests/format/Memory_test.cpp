@@ -2,14 +2,10 @@
 
 #include <cstdlib>
 #include <new>
-#ifdef _WIN32
-#include <windows.h>
-#else
-#include <pthread.h>
-#endif
 
 #include "HexDump.h"
 #include "SampleFile.h"
+#include "SmallStack.h"
 
 namespace {
 
@@ -89,35 +85,6 @@ TEST(OutOfMemory, AFailedAssignmentChangesNothing) {
         EXPECT_TRUE(!refused || Written(target) == before) << granted;
     }
     EXPECT_EQ(target.Members.Elements().size(), 2u);
-}
-
-// The handheld's stack; instrumented functions take several times the room, whatever the depth.
-#ifdef __SANITIZE_ADDRESS__
-constexpr std::size_t kStackSize = 512 * 1024;
-#else
-constexpr std::size_t kStackSize = 64 * 1024;
-#endif
-
-template <class Body>
-void OnSmallStack(Body body) {
-#ifdef _WIN32
-    struct Thread {
-        static DWORD WINAPI Run(void* context) { return (*static_cast<Body*>(context))(), 0; }
-    };
-    const HANDLE thread =
-        CreateThread(nullptr, kStackSize, &Thread::Run, &body, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
-    ASSERT_EQ(WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
-    CloseHandle(thread);
-#else
-    const auto run = [](void* context) -> void* { return (*static_cast<Body*>(context))(), nullptr; };
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStackSize), 0);
-    pthread_t thread;
-    ASSERT_EQ(pthread_create(&thread, &attributes, run, &body), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-#endif
 }
 
 TEST(Depth, AHundredThousandLevelsNeedNoStack) {
