@@ -14,7 +14,7 @@
 namespace zel {
 
 // The drawn content of a sketch. Owns all of it. A new one is empty and zero, with version 0; SetVersion
-// reaches every record in it.
+// reaches every record in it but the geometries of entities.
 class DrawingRecord : public Record {
 public:
     void SetVersion(std::int32_t version) override;

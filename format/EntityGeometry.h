@@ -21,8 +21,8 @@ struct Point {
 };
 
 // What an entity of one kind consists of, beyond what all entities have. Owned by its entity. It keeps the
-// version that it was read with, and is written by that one, whatever the version of the file that is
-// written.
+// version that it was read with, with all that it owns, and is written by that one, whatever the version of
+// the file that is written.
 class EntityGeometry : public TypedRecord, public Versioned {
 public:
     // Null for a kind that has no geometry.
@@ -41,8 +41,6 @@ public:
 
     // A copy without the entities of its list.
     virtual std::unique_ptr<EntityGeometry> Clone() const = 0;
-    // Gives a version to the list that the geometry owns, not to the entities in it.
-    virtual void SetListVersion(std::int32_t) {}
 };
 
 // Supplies the protocol to the geometry class `Self` of one kind, which has Fields, a walk over its fields

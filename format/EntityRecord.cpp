@@ -44,20 +44,6 @@ void EntityRecord::CopyFields(const EntityRecord& other) {
     Geometry = other.Geometry ? other.Geometry->Clone() : nullptr;
 }
 
-void EntityRecord::SetVersion(std::int32_t version) {
-    SetOwnVersion(version);
-    if (EntityList* nested = Nested()) {
-        VisitLists(*nested, [version](EntityList& list) {
-            for (EntityRecord& entity : list) entity.SetOwnVersion(version);
-        });
-    }
-}
-
-void EntityRecord::SetOwnVersion(std::int32_t version) {
-    Versioned::SetVersion(version);
-    if (Geometry) Geometry->SetListVersion(version);
-}
-
 std::istream& EntityRecord::Read(std::istream& stream) {
     Reader reader(stream);
     Pass(reader);

@@ -38,8 +38,6 @@ public:
     EntityRecord& operator=(const EntityRecord& other);
     ~EntityRecord() override;
 
-    // Reaches nested entities at every depth. A geometry itself keeps the version that it was read with.
-    void SetVersion(std::int32_t version) override;
     // Replaces the geometry by one of EntityKind.
     std::istream& Read(std::istream& stream) override;
     // Writing at version 2 or below lowers OrderIndex for good.
@@ -63,10 +61,9 @@ public:
     // Everything but the nested entities.
     void CopyFields(const EntityRecord& other);
 
+    // SetVersion does not reach it: it keeps the version that it was read with, as do the entities nested in
+    // it.
     std::unique_ptr<EntityGeometry> Geometry;
-
-private:
-    void SetOwnVersion(std::int32_t version);
 };
 
 }  // namespace zel

@@ -20,10 +20,10 @@ void Kind13Geometry::SetVersion(std::int32_t version) {
 std::unique_ptr<EntityGeometry> Kind13Geometry::Clone() const {
     auto copy = std::make_unique<Kind13Geometry>();
     copy->Versioned::SetVersion(GetVersion());
+    copy->Entities.Versioned::SetVersion(Entities.GetVersion());
     copy->Short = Short;
     copy->Value1 = Value1;
     copy->Value2 = Value2;
-    copy->SetListVersion(Entities.GetVersion());
     copy->Entities.OmitWhenEmpty = Entities.OmitWhenEmpty;
     return copy;
 }

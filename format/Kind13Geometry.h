@@ -15,7 +15,6 @@ public:
     void SetVersion(std::int32_t version) override;
     std::unique_ptr<EntityGeometry> Clone() const override;
     TypedRecordList<EntityRecord>* Nested() override { return &Entities; }
-    void SetListVersion(std::int32_t version) override { Entities.Versioned::SetVersion(version); }
 
     template <class Archive>
     void Fields(Archive& archive);

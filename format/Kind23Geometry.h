@@ -13,7 +13,6 @@ public:
     const void* Body() const override { return &Name; }
 
     void SetVersion(std::int32_t version) override;
-    void SetListVersion(std::int32_t version) override { Records.SetVersion(version); }
 
     template <class Archive>
     void Fields(Archive& archive);

@@ -102,16 +102,16 @@ TEST(EntityRecord, GeometryKeepsTheVersionItWasReadWith) {
     EXPECT_EQ(Written(created).size(), kPlain);
 }
 
-TEST(EntityRecord, VersionsReachEntitiesThroughAGeometryThatKeepsItsOwn) {
+TEST(EntityRecord, NestedEntitiesKeepTheVersionOfTheirGeometry) {
     const std::string child = "00*58 00 00 00 00 05 00";
     EntityRecord group = EntityOf(13, 2, "00*4 00*18 00 01 00 00 00 " + child + " 00 00");
     auto& geometry = dynamic_cast<Kind13Geometry&>(*group.Geometry);
     EXPECT_EQ(geometry.Entities.begin()->OrderIndex, 6);
     group.SetVersion(26);
     EXPECT_EQ(geometry.GetVersion(), 2);
-    EXPECT_EQ(geometry.Entities.GetVersion(), 26);
+    EXPECT_EQ(geometry.Entities.GetVersion(), 2);
     const std::string written = Written(group);
-    EXPECT_EQ(written[written.size() - 4], 6);
+    EXPECT_EQ(written[written.size() - 4], 5);
 }
 
 TEST(EntityRecord, ListsThatLieAboutTheirCountsCostLittle) {
