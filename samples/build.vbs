@@ -2,7 +2,12 @@
 ' Makes a definition file from nothing: a dozen areas as an appraisal office uses them.
 Option Explicit
 
-Dim store, all
+Dim files, path, store, all
+If WScript.Arguments.Count <> 1 Then Fail "usage: cscript build.vbs FILE"
+path = WScript.Arguments(0)
+Set files = CreateObject("Scripting.FileSystemObject")
+If files.FileExists(path) Then Fail "there is such a file already: " & path
+
 Set store = CreateObject("ZEL_BRU.BRU_Store")
 Set all = store.Definitions
 
@@ -25,6 +30,9 @@ Add all, first
 AddMember first, "P/P", "Porch"
 AddMember first, "OTH", "Stairs"
 first.SubtractAreaCode = "P/P"
+first.LineColor = 1
+first.FillColor = 14
+first.FillPattern = 3
 Add all, NewDefinition("GLA2", "Second Floor", "Gross living area", 1)
 Add all, NewDefinition("GLA3", "Third Floor", "Gross living area", 1)
 Add all, NewDefinition("GLA0", "Attic", "Finished, sloped", 0.5)
@@ -41,10 +49,9 @@ land.SubtractAreaCode = "OTH"
 Add all, NewDefinition("SITE", "Site", "As improved", 1)
 Add all, NewDefinition("OTH", "Other", "Not in any total", 0)
 
-If store.SaveToFile(WScript.Arguments(0)) <> 0 Then
-    WScript.Echo "The file was not saved."
-    WScript.Quit 1
-End If
+' A script sees the result, which tells of a refused version only, and not the return code: look for the file.
+If store.SaveToFile(path) <> 0 Then Fail "this version of a file cannot be saved"
+If Not files.FileExists(path) Then Fail "cannot write " & path
 
 Function NewDefinition(code, name, description, multiplier)
     Dim made
@@ -66,4 +73,9 @@ End Sub
 
 Sub AddMember(definition, code, name)
     definition.Members.Add NewDefinition(code, name, "", 1)
+End Sub
+
+Sub Fail(message)
+    WScript.Echo message
+    WScript.Quit 1
 End Sub

@@ -2,9 +2,15 @@
 ' Changes the header and a definition, adds a definition with two members, removes one, and saves under another name.
 Option Explicit
 
-Dim store, definitions, found, i
+Dim files, savedAs, store, definitions, found, i
+If WScript.Arguments.Count <> 2 Then Fail "usage: cscript edit.vbs FILE SAVED-AS"
+savedAs = WScript.Arguments(1)
+Set files = CreateObject("Scripting.FileSystemObject")
+If Not files.FileExists(WScript.Arguments(0)) Then Fail "no such file: " & WScript.Arguments(0)
+If files.FileExists(savedAs) Then Fail "there is such a file already: " & savedAs
+
 Set store = CreateObject("ZEL_BRU.BRU_Store")
-store.LoadFromFile WScript.Arguments(0)
+If store.LoadFromFile(WScript.Arguments(0)) <> 0 Then Fail "not a file that this version can read"
 Set definitions = store.Definitions
 
 store.Header.LastModifiedBy = "edit"
@@ -28,10 +34,9 @@ For i = definitions.Count - 1 To 0 Step -1
     If definitions(i).AreaCode = "GLA3" Then definitions.Remove i
 Next
 
-If store.SaveToFile(WScript.Arguments(1)) <> 0 Then
-    WScript.Echo "This version of a file cannot be saved."
-    WScript.Quit 1
-End If
+' The result tells of a refused version only: look for the file.
+If store.SaveToFile(savedAs) <> 0 Then Fail "this version of a file cannot be saved"
+If Not files.FileExists(savedAs) Then Fail "cannot write " & savedAs
 
 Function Find(code)
     Dim d
@@ -41,8 +46,7 @@ Function Find(code)
             Exit Function
         End If
     Next
-    WScript.Echo "There is no " & code & "."
-    WScript.Quit 1
+    Fail "there is no " & code
 End Function
 
 Function Member(code, name)
@@ -50,3 +54,8 @@ Function Member(code, name)
     Member.AreaCode = code
     Member.AreaName = name
 End Function
+
+Sub Fail(message)
+    WScript.Echo message
+    WScript.Quit 1
+End Sub
