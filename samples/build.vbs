@@ -52,6 +52,7 @@ Add all, NewDefinition("OTH", "Other", "Not in any total", 0)
 ' A script sees the result, which tells of a refused version only, and not the return code: look for the file.
 If store.SaveToFile(path) <> 0 Then Fail "this version of a file cannot be saved"
 If Not files.FileExists(path) Then Fail "cannot write " & path
+WScript.Echo "saved " & all.Count & " definitions"
 
 Function NewDefinition(code, name, description, multiplier)
     Dim made

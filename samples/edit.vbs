@@ -37,6 +37,7 @@ Next
 ' The result tells of a refused version only: look for the file.
 If store.SaveToFile(savedAs) <> 0 Then Fail "this version of a file cannot be saved"
 If Not files.FileExists(savedAs) Then Fail "cannot write " & savedAs
+WScript.Echo "saved " & definitions.Count & " definitions"
 
 Function Find(code)
     Dim d
