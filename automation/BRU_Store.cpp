@@ -11,6 +11,10 @@
 namespace zel {
 namespace {
 
+// 2 by 2 inches.
+constexpr SIZEL kNaturalExtent = {5080, 5080};
+constexpr wchar_t kCaption[] = L"ATL 3.0 : BRU_Store";
+
 // A file stream with room for many records between two calls of the system. The buffer outlives the stream.
 template <class Stream>
 class BufferedFile {
@@ -44,7 +48,10 @@ HRESULT GetLive(const ComPtr<T>& object, Interface** pVal) noexcept {
 
 }  // namespace
 
-BRU_Store::BRU_Store() : header_(Make<ZEL_Header>()), definitions_(Make<ZEL_Collection>()) {
+BRU_Store::BRU_Store()
+    : ControlCore(CLSID_BRU_Store, kNaturalExtent),
+      header_(Make<ZEL_Header>()),
+      definitions_(Make<ZEL_Collection>()) {
     if (header_) header_->Assign(file_.header);
 }
 
@@ -96,6 +103,15 @@ HRESULT BRU_Store::put_DefinitionType(unsigned char newVal) noexcept {
 
 HRESULT BRU_Store::get_Flags(LONG* pVal) noexcept { return GetValue(file_.FileFlags, pVal); }
 HRESULT BRU_Store::put_Flags(LONG newVal) noexcept { return PutValue(file_.FileFlags, newVal); }
+
+HRESULT BRU_Store::Paint(HDC hdc, const RECT& bounds) noexcept {
+    const HGDIOBJ previous = SelectObject(hdc, GetStockObject(WHITE_BRUSH));
+    Rectangle(hdc, bounds.left, bounds.top, bounds.right, bounds.bottom);
+    SelectObject(hdc, previous);
+    RECT place = bounds;
+    DrawTextW(hdc, kCaption, -1, &place, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    return S_OK;
+}
 
 void BRU_Store::ReadImage(const std::string& path) {
     BufferedFile<std::ifstream> file(path, std::ios_base::in);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "ComPtr.h"
+#include "Control.h"
 #include "Dispatch.h"
 #include "Object.h"
 #include "SketchFile.h"
@@ -15,7 +16,8 @@ namespace zel {
 // The root object: a file image, and the header object and the collection of definition objects that clients
 // see of it. A load publishes the image as objects, a save gathers it from them; in between clients work on
 // the objects alone. Header and collection are made with the store, are never exchanged and may outlive it.
-class BRU_Store final : public Object<Interfaces<IBRU_Store, IDispatch>, Dispatch<IBRU_Store>> {
+// As a control it shows its caption and nothing else.
+class BRU_Store final : public Object<ControlInterfaces<IBRU_Store>, Dispatch<IBRU_Store>, Control> {
 public:
     BRU_Store();
 
@@ -33,6 +35,8 @@ public:
     STDMETHODIMP put_Flags(LONG newVal) noexcept override;
 
 private:
+    HRESULT Paint(HDC hdc, const RECT& bounds) noexcept override;
+
     void ReadImage(const std::string& path);
     HRESULT WriteImage(const std::string& path);
     void PublishImage();

@@ -41,7 +41,8 @@ class Object;
 template <class First, class... Rest, class... Bases>
 class Object<Interfaces<First, Rest...>, Bases...> : private ModuleLock, public Bases... {
 public:
-    Object() = default;
+    // Written out, not defaulted: the class itself hands a virtual base its arguments, past this constructor.
+    Object() noexcept {}
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
