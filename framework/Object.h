@@ -78,7 +78,8 @@ private:
         return static_cast<typename Row::Interface*>(static_cast<typename Row::Base*>(this));
     }
 
-    void* Find(REFIID iid) noexcept {
+    // Not inlined: QueryInterface is compiled once more for each base that the object can be seen by.
+    [[gnu::noinline]] void* Find(REFIID iid) noexcept {
         void* found = nullptr;
         static_cast<void>(Matches<First>(iid, found) || (Matches<Rest>(iid, found) || ...));
         return found;
