@@ -5,6 +5,7 @@
 
 #include "Boundary.h"
 #include "DefinitionTree.h"
+#include "DesktopGraphics.h"
 #include "Property.h"
 #include "Text.h"
 
@@ -108,8 +109,7 @@ HRESULT BRU_Store::Paint(HDC hdc, const RECT& bounds) noexcept {
     const HGDIOBJ previous = SelectObject(hdc, GetStockObject(WHITE_BRUSH));
     Rectangle(hdc, bounds.left, bounds.top, bounds.right, bounds.bottom);
     SelectObject(hdc, previous);
-    RECT place = bounds;
-    DrawTextW(hdc, kCaption, -1, &place, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    DrawCentredLine(hdc, kCaption, bounds);
     return S_OK;
 }
 

@@ -80,7 +80,7 @@ HRESULT ControlObject::Show() noexcept {
 HRESULT ControlObject::EnumVerbs(IEnumOLEVERB** out) noexcept {
     if (!out) return E_POINTER;
     *out = nullptr;
-    return OleRegEnumVerbs(ClassId(), out);
+    return SUCCEEDED(OleRegEnumVerbs(ClassId(), out)) ? S_OK : OLEOBJ_E_NOVERBS;
 }
 
 HRESULT ControlObject::Update() noexcept { return S_OK; }

@@ -1,10 +1,19 @@
 #include "DesktopGraphics.h"
 
-#include <algorithm>
-
 namespace zel {
+namespace {
+
+void DrawMeasured(HDC hdc, const wchar_t* text, RECT bounds) noexcept {
+    DrawTextW(hdc, text, -1, &bounds, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+}
+
+}  // namespace
 
 #ifdef UNDER_CE
+
+void DrawCentredLine(HDC hdc, const wchar_t* text, const RECT& bounds) noexcept {
+    DrawMeasured(hdc, text, bounds);
+}
 
 PixelDrawing::PixelDrawing(HDC hdc, const RECT& logicalBounds) noexcept : hdc_(hdc), bounds_(logicalBounds) {}
 PixelDrawing::~PixelDrawing() = default;
@@ -18,32 +27,40 @@ namespace {
 
 constexpr int kHimetricPerInch = 2540;
 
-SIZE ToPixels(const SIZEL& himetric) noexcept {
-    HDC screen = GetDC(nullptr);
-    const SIZE pixels = {MulDiv(himetric.cx, GetDeviceCaps(screen, LOGPIXELSX), kHimetricPerInch),
-                         MulDiv(himetric.cy, GetDeviceCaps(screen, LOGPIXELSY), kHimetricPerInch)};
-    ReleaseDC(nullptr, screen);
-    return {std::max<LONG>(pixels.cx, 1), std::max<LONG>(pixels.cy, 1)};
+struct ScreenContext {
+    HDC hdc = GetDC(nullptr);
+    ~ScreenContext() { ReleaseDC(nullptr, hdc); }
+};
+
+RECT ToPixels(const SIZEL& himetric) noexcept {
+    const ScreenContext screen;
+    return {0, 0, MulDiv(himetric.cx, GetDeviceCaps(screen.hdc, LOGPIXELSX), kHimetricPerInch),
+            MulDiv(himetric.cy, GetDeviceCaps(screen.hdc, LOGPIXELSY), kHimetricPerInch)};
 }
 
 HRESULT RecordMetafile(const SIZEL& extent, Painter& painter, HMETAFILE* out) noexcept {
     HDC hdc = CreateMetaFileW(nullptr);
     if (!hdc) return E_OUTOFMEMORY;
-    const SIZE pixels = ToPixels(extent);
+    const RECT bounds = ToPixels(extent);
     SetMapMode(hdc, MM_ANISOTROPIC);
     SetWindowOrgEx(hdc, 0, 0, nullptr);
-    SetWindowExtEx(hdc, pixels.cx, pixels.cy, nullptr);
-    HRESULT result = painter.PaintPicture(hdc, {0, 0, pixels.cx, pixels.cy});
+    SetWindowExtEx(hdc, bounds.right, bounds.bottom, nullptr);
+    const HRESULT result = painter.PaintPicture(hdc, bounds);
     *out = CloseMetaFile(hdc);
     if (!*out) return E_OUTOFMEMORY;
     if (FAILED(result)) DeleteMetaFile(*out);
     return result;
 }
 
+bool IsMetafile(HDC hdc) noexcept {
+    const DWORD type = GetObjectType(hdc);
+    return type == OBJ_METADC || type == OBJ_ENHMETADC;
+}
+
 }  // namespace
 
 PixelDrawing::PixelDrawing(HDC hdc, const RECT& logicalBounds) noexcept : hdc_(hdc), bounds_(logicalBounds) {
-    if (GetDeviceCaps(hdc, TECHNOLOGY) == DT_METAFILE || GetMapMode(hdc) == MM_TEXT) return;
+    if (IsMetafile(hdc) || GetMapMode(hdc) == MM_TEXT) return;
     if (GetGraphicsMode(hdc) != GM_COMPATIBLE) return;
     saved_ = SaveDC(hdc);
     if (!saved_) return;
@@ -55,6 +72,17 @@ PixelDrawing::PixelDrawing(HDC hdc, const RECT& logicalBounds) noexcept : hdc_(h
 
 PixelDrawing::~PixelDrawing() {
     if (saved_) RestoreDC(hdc_, saved_);
+}
+
+// A metafile cannot measure text: there it is centred by its size on the screen.
+void DrawCentredLine(HDC hdc, const wchar_t* text, const RECT& bounds) noexcept {
+    if (!IsMetafile(hdc)) return DrawMeasured(hdc, text, bounds);
+    const ScreenContext screen;
+    RECT place = {};
+    DrawTextW(screen.hdc, text, -1, &place, DT_CALCRECT | DT_SINGLELINE);
+    OffsetRect(&place, (bounds.left + bounds.right - place.right) / 2,
+               (bounds.top + bounds.bottom - place.bottom) / 2);
+    DrawTextW(hdc, text, -1, &place, DT_SINGLELINE | DT_NOCLIP);
 }
 
 HRESULT CheckMetafilePicture(const FORMATETC& format) noexcept {

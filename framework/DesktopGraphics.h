@@ -26,6 +26,9 @@ private:
     int saved_ = 0;
 };
 
+// A single line in the middle of `bounds`, by the colours and font of the device context.
+void DrawCentredLine(HDC hdc, const wchar_t* text, const RECT& bounds) noexcept;
+
 // What a picture shows: draws itself into `bounds`, in pixels of the screen.
 class Painter {
 public:
