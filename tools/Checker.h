@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Field.h"
+
+namespace zel {
+
+// Something wrong with a file, and where.
+struct Finding {
+    std::size_t offset;
+    std::string what;  // "Definitions[2].AreaName: the count is 25, at most 19 characters fit"
+};
+
+// Finds what is wrong with a file: everything that a writer of this system would not have written, and
+// versions that the store refuses. Findings come in file order. Behind the first code that is longer than its
+// count byte tells, a reader is out of step: nothing more is looked for there.
+class Checker : public FieldVisitor {
+public:
+    static std::vector<Finding> Check(std::string_view file);
+
+    void OnField(const Field& field) override;
+    void OnDefinition(const Place& place) override;
+
+private:
+    explicit Checker(std::string_view file) : file_(file) {}
+
+    static std::vector<Finding> Check(std::string_view file, bool asWritten);
+    void CheckMissing(const Field& field);
+    void CheckVersion(const Field& field);
+    void Add(const Field& field, const std::string& what);
+    bool FindLongCode(const Place& place);
+    std::size_t LengthOfLongCode(std::size_t code);
+
+    std::string_view file_;
+    std::vector<Finding> findings_;
+    std::int32_t version_ = 0;
+    std::vector<std::size_t> codes_;  // offsets of the codes of the definition at hand
+    bool isJudged_ = true;            // that definition was looked through for an over-long code
+    int trials_ = 0;
+    bool isCut_ = false;
+    bool isOutOfStep_ = false;
+};
+
+}  // namespace zel

@@ -1,0 +1,126 @@
+#include "Manual.h"
+
+#include <sstream>
+
+namespace zel {
+namespace {
+
+constexpr char kDate[] = "2026-11-21";
+
+struct Entry {
+    const char* term;
+    const char* meaning;
+};
+
+constexpr Entry kExamples[] = {
+    {"zelsketch show old.zel", "what is in a file, as a page to read"},
+    {"zelsketch show --hex old.zel | less", "every byte with its offset and field"},
+    {"zelsketch show --json old.zel >old.json", "everything, to edit, compare or keep under version control"},
+    {"zelsketch build old.json new.zel", "the way back: without an edit, the same bytes"},
+    {"zelsketch check archive/*.zel", "which files are damaged, and where"},
+    {"zelsketch convert --to-version 3 new.zel old.zel", "a file for an older program, and what it lacks"},
+};
+
+constexpr Entry kStatuses[] = {
+    {"0", "done; for check: every file is sound"},
+    {"1", "the file or JSON was read, and something is wrong with it"},
+    {"2", "a file cannot be read or written, or the command line is wrong"},
+};
+
+constexpr char kJson[] =
+    "A text is a string if that tells all bytes of its field, else an object: \"text\"; \"count\" where that "
+    "is "
+    "not the text's length; \"behind\", hexadecimal, for bytes behind the text up to the field's end; "
+    "\"tag\" "
+    "where that is not 6. Text is Windows-1252, whose five open bytes stand for the control characters of "
+    "their "
+    "number. A double is a number, or \"0x\" and 16 digits where it is none (NaN, infinity) or -0. Dates are "
+    "day "
+    "numbers (day 0 is 1 January 1600), times seconds since midnight. \"DefinitionsOpening\" and "
+    "\"MembersOpening\" are a list's opening byte where that is not 1, \"LeftOver\" bytes behind the end, "
+    "\"CutShort\" how many bytes a damaged file lacks at its end.";
+
+// Text of a manual page, in lines of at most 80 characters. A hyphen stands for itself, a backslash or a dot
+// at a line's begin are no commands.
+std::string Roff(const std::string& text) {
+    constexpr std::size_t kWidth = 80;
+    std::istringstream words(text);
+    std::string roff, line;
+    for (std::string word; words >> word;) {
+        std::string escaped = word[0] == '.' || word[0] == '\'' ? "\\&" : "";
+        for (const char c : word) escaped += c == '-' ? "\\-" : c == '\\' ? "\\e" : std::string(1, c);
+        if (!line.empty() && line.size() + 1 + escaped.size() > kWidth) {
+            roff += line + '\n';
+            line.clear();
+        }
+        line += (line.empty() ? "" : " ") + escaped;
+    }
+    return roff + line;
+}
+
+void PrintEntry(std::ostream& out, const std::string& term, const std::string& meaning) {
+    out << ".TP\n.B " << Roff(term) << '\n' << Roff(meaning) << '\n';
+}
+
+std::string Term(const CLI::Option& option) {
+    const std::string name = option.get_name(option.get_positional(), true);
+    const std::string type = option.get_type_name();  // "N:INT in [1 - 5]"
+    return option.get_positional() || type.empty() ? name : name + " " + type.substr(0, type.find(':'));
+}
+
+void PrintOptions(const CLI::App& app, std::ostream& out) {
+    for (const CLI::Option* option : app.get_options())
+        if (!option->get_group().empty()) PrintEntry(out, Term(*option), option->get_description());
+}
+
+std::string Synopsis(const CLI::App& command) {
+    std::string text = command.get_name();
+    for (const CLI::Option* option : command.get_options()) {
+        if (option == command.get_help_ptr()) continue;
+        const std::string term = Term(*option);
+        text += option->get_required() ? " " + term : " [" + term + "]";
+        if (option->get_expected_max() > 1) text += "...";
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string JsonFooter() { return kJson; }
+
+std::string HelpFooter() {
+    std::string text = "Examples:\n";
+    for (const Entry& example : kExamples)
+        text += std::string("  ") + example.term + "\n      " + example.meaning + '\n';
+    text += "\nExit status:\n";
+    for (const Entry& status : kStatuses)
+        text += std::string("  ") + status.term + "  " + status.meaning + '\n';
+    return text;
+}
+
+void PrintManual(const CLI::App& app, std::ostream& out) {
+    const std::string description = app.get_description();
+    const std::size_t firstLine = description.find('\n');
+    out << ".TH ZELSKETCH 1 " << kDate << " \"" << app.version() << "\" \"User Commands\"\n"
+        << ".SH NAME\n"
+        << app.get_name() << " \\- " << Roff(description.substr(0, firstLine)) << '\n'
+        << ".SH SYNOPSIS\n";
+    const auto commands =
+        app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
+    for (const CLI::App* command : commands)
+        out << (command == commands[0] ? "" : ".br\n") << ".B " << app.get_name() << '\n'
+            << Roff(Synopsis(*command)) << '\n';
+    out << ".SH DESCRIPTION\n" << Roff(description.substr(firstLine + 1)) << "\n.SH OPTIONS\n";
+    PrintOptions(app, out);
+    out << ".SH COMMANDS\n";
+    for (const CLI::App* command : commands) {
+        out << ".SS " << command->get_name() << '\n' << Roff(command->get_description()) << '\n';
+        PrintOptions(*command, out);
+    }
+    out << ".SH JSON\n" << Roff(kJson) << "\n.SH EXIT STATUS\n";
+    for (const Entry& status : kStatuses) PrintEntry(out, status.term, status.meaning);
+    out << ".SH EXAMPLES\n";
+    for (const Entry& example : kExamples) PrintEntry(out, example.term, example.meaning);
+}
+
+}  // namespace zel

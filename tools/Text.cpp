@@ -1,0 +1,161 @@
+#include "Text.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+#include "CalendarDate.h"
+#include "FileHeader.h"
+#include "Windows1252.h"
+
+namespace zel {
+namespace {
+
+std::string Format(const char* format, int a, int b, int c) {
+    char text[48];
+    std::snprintf(text, sizeof text, format, a, b, c);
+    return text;
+}
+
+std::string FlagsText(const Field& field) {
+    const auto flags = static_cast<std::uint32_t>(field.Integer());
+    std::string text = HexNumber(flags, 4) + "  ";
+    std::uint32_t unknown = flags;
+    const auto explain = [&](std::int32_t flag, const char* meaning) {
+        const auto bit = static_cast<std::uint32_t>(flag);
+        if (flags & bit) text += (unknown == flags ? "" : "; ") + HexNumber(bit, 2) + " " + meaning;
+        unknown &= ~bit;
+    };
+    explain(FileHeader::kProgramVersionFlag, "ProgramVersionSignature follows");
+    explain(FileHeader::kWriterVersionsFlag, "CreatedByVersion and ModifiedByVersion follow");
+    if (unknown) text += "; unknown bits " + HexNumber(unknown, 4);
+    return flags ? text : text + "no optional section";
+}
+
+std::string TextRemarks(const Field& field) {
+    std::string remarks;
+    if (field.kind == FieldKind::kCounted && field.Byte(0) != field.Text().size())
+        remarks += "  (count " + std::to_string(field.Byte(0)) + ")";
+    if (field.kind == FieldKind::kShort && field.Byte(0) != 6)
+        remarks += "  (tag " + std::to_string(field.Byte(0)) + ")";
+    if (const std::size_t behind = field.Behind().size())
+        remarks += "  (" + std::to_string(behind) + " bytes behind the text)";
+    return remarks;
+}
+
+std::string NumberText(const Field& field) {
+    const std::string number = std::to_string(field.Integer());
+    if (field.name == "Flags") return FlagsText(field);
+    if (field.name == "FileFlags") return HexNumber(static_cast<std::uint32_t>(field.Integer()), 4);
+    if (field.name == "CreationDate" || field.name == "ModifiedDate")
+        return number + "  " + DayText(field.Integer());
+    if (field.name == "CreationTime" || field.name == "ModifiedTime")
+        return number + "  " + SecondsText(field.Integer());
+    return number;
+}
+
+}  // namespace
+
+std::string Hex(std::string_view bytes, std::string_view between) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string text;
+    text.reserve(bytes.size() * (2 + between.size()));
+    for (const char c : bytes) {
+        if (!text.empty()) text += between;
+        const auto byte = static_cast<unsigned char>(c);
+        text += {kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return text;
+}
+
+std::string HexNumber(std::uint64_t value, std::size_t width) {
+    std::string bytes;
+    for (std::size_t i = width; i-- > 0;) bytes += static_cast<char>(value >> (8 * i));
+    return "0x" + Hex(bytes);
+}
+
+std::uint64_t DoubleBits(const Field& field) {
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < 8; ++i) bits |= static_cast<std::uint64_t>(field.Byte(i)) << (8 * i);
+    return bits;
+}
+
+bool IsExactDecimal(std::uint64_t bits) {
+    constexpr std::uint64_t kNegativeZero = 0x8000000000000000, kExponent = 0x7FF0000000000000;
+    return bits != kNegativeZero && (bits & kExponent) != kExponent;
+}
+
+std::string Decimal(std::uint64_t bits) {
+    double value;
+    std::memcpy(&value, &bits, sizeof value);
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof text, value).ptr};
+}
+
+std::string Quoted(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        const char32_t character = FromWindows1252(static_cast<unsigned char>(c));
+        if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
+            quoted += "\\x" + Hex({&c, 1});
+            continue;
+        }
+        if (c == '"' || c == '\\') quoted += '\\';
+        AppendUtf8(quoted, character);
+    }
+    return quoted + '"';
+}
+
+std::string ValueText(const Field& field) {
+    switch (field.kind) {
+        case FieldKind::kNumber:
+            return NumberText(field);
+        case FieldKind::kDouble: {
+            const std::uint64_t bits = DoubleBits(field);
+            return Decimal(bits) + (IsExactDecimal(bits) ? "" : "  " + HexNumber(bits, 8));
+        }
+        case FieldKind::kOpening:
+            return "list opens";
+        case FieldKind::kClosing:
+            return "list ends";
+        case FieldKind::kLeftOver:
+            return std::to_string(field.bytes.size()) + " bytes that no reader looks at";
+        default:
+            return Quoted(field.Text()) + TextRemarks(field);
+    }
+}
+
+std::string PlaceText(const Place& place) {
+    constexpr std::size_t kAtEachEnd = 4;
+    std::string text;
+    for (std::size_t i = 0; i < place.size(); ++i) {
+        if (i == kAtEachEnd && place.size() > 2 * kAtEachEnd + 1) {
+            const std::size_t skipped = place.size() - 2 * kAtEachEnd;
+            text += ".(" + std::to_string(skipped) + " levels)";
+            i += skipped;
+        }
+        text += (i == 0 ? "Definitions[" : ".Members[") + std::to_string(place[i]) + "]";
+    }
+    return text;
+}
+
+std::string DayText(std::int64_t day) {
+    constexpr std::int64_t kDayOf1601 = 366, kDaysOf400Years = 146097;
+    // The calendar repeats every 400 years; its conversion knows none before 1601.
+    std::int64_t eras = (day - kDayOf1601) / kDaysOf400Years;
+    if (day - kDayOf1601 < eras * kDaysOf400Years) --eras;
+    const auto dayOfEra = static_cast<std::int32_t>(day - eras * kDaysOf400Years);
+    const CalendarDate date = CalendarDateOf(FileHeader::DateTimeToFileTime(dayOfEra, 0));
+    const std::int64_t year = date.year + eras * 400;
+    if (year < 1 || year > 9999) return "(no date of the years 1 to 9999)";
+    return Format("%04d-%02d-%02d", static_cast<int>(year), date.month, date.day);
+}
+
+std::string SecondsText(std::int64_t seconds) {
+    if (seconds < 0 || seconds >= 86400) return "(not a time of day)";
+    const int s = static_cast<int>(seconds);
+    return Format("%02d:%02d:%02d", s / 3600, s / 60 % 60, s % 60);
+}
+
+}  // namespace zel

@@ -1,0 +1,50 @@
+#include "Windows1252.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace zel {
+namespace {
+
+// The characters of bytes 0x80 to 0x9F. All others are those of Latin-1.
+constexpr char16_t kUpper[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+}  // namespace
+
+char32_t FromWindows1252(unsigned char byte) {
+    return byte >= 0x80 && byte < 0xA0 ? kUpper[byte - 0x80] : byte;
+}
+
+std::optional<unsigned char> ToWindows1252(char32_t character) {
+    const auto* upper = std::find(std::begin(kUpper), std::end(kUpper), character);
+    if (upper != std::end(kUpper)) return static_cast<unsigned char>(0x80 + (upper - kUpper));
+    if (character > 0xFF || (character >= 0x80 && character < 0xA0)) return std::nullopt;
+    return static_cast<unsigned char>(character);
+}
+
+void AppendUtf8(std::string& text, char32_t character) {
+    const auto append = [&text](char32_t byte) { text += static_cast<char>(byte); };
+    if (character < 0x80) return append(character);
+    if (character < 0x800) {
+        append(0xC0 | character >> 6);
+    } else {
+        append(0xE0 | character >> 12);
+        append(0x80 | (character >> 6 & 0x3F));
+    }
+    append(0x80 | (character & 0x3F));
+}
+
+char32_t TakeUtf8(std::string_view& text) {
+    const auto lead = static_cast<unsigned char>(text[0]);
+    const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    char32_t character = size == 1 ? lead : lead & (0x7Fu >> size);
+    for (std::size_t i = 1; i < size; ++i)
+        character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3F);
+    text.remove_prefix(size);
+    return character;
+}
+
+}  // namespace zel

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace zel {
+
+// The 8-bit text of files and UTF-8. The code page is Windows-1252, with the five bytes that it leaves open
+// standing for the control characters of the same number: each byte has one character of its own, so that
+// text goes there and back without loss.
+
+// The character of a byte.
+char32_t FromWindows1252(unsigned char byte);
+// Nothing where the code page lacks the character.
+std::optional<unsigned char> ToWindows1252(char32_t character);
+
+void AppendUtf8(std::string& text, char32_t character);
+// The first character of valid UTF-8, which is taken off `text`.
+char32_t TakeUtf8(std::string_view& text);
+
+}  // namespace zel
