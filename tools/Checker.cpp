@@ -43,6 +43,8 @@ std::string FaultOfCounted(const Field& field) {
     if (count > field.MaxLength()) return says + ", at most " + Characters(field.MaxLength()) + " fit";
     if (length < count) return "a NUL ends the text after " + Characters(length) + ", " + says;
     const std::size_t longer = UpToNul(field.bytes.substr(1)).size();
+    // The NUL stands in the field's last byte then.
+    if (count == 0 && field.bytes.back() != '\0') return says + ", but the last byte is not a NUL";
     return longer == count ? "" : says + ", but the text goes on to " + Characters(longer);
 }
 
@@ -107,7 +109,7 @@ void Checker::OnDefinition(const Place&) {
 void Checker::CheckMissing(const Field& field) {
     if (field.kind == FieldKind::kClosing) {
         const std::size_t depth = field.place->size();
-        const std::string around = depth ? ", nor are the " + std::to_string(depth) + " around it" : "";
+        const std::string around = depth ? ", nor the " + std::to_string(depth) + " around it" : "";
         Add(field, "the list is not closed" + around);
     } else if (field.present) {
         Add(field, "cut short, the file ends after " + std::to_string(field.present) + " of " +

@@ -12,7 +12,7 @@ void HexPrinter::OnField(const Field& field) {
     for (std::size_t at = 0; at < std::max<std::size_t>(field.present, 1); at += kBytesOfLine) {
         const std::size_t size = std::min(kBytesOfLine, field.present - at);
         std::string line =
-            HexNumber(field.offset + at, 4).substr(2) + "  " + Hex(field.bytes.substr(at, size), " ");
+            HexNumber(field.offset + at, 4).substr(2) + "  " + HexDigits(field.bytes.substr(at, size), " ");
         if (at == 0) {
             line.resize(std::string("00000000  ").size() + 3 * kBytesOfLine + 1, ' ');
             std::string name(field.name);

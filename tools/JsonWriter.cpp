@@ -59,7 +59,7 @@ void JsonWriter::Value(const Field& field) {
             return;
         }
         case FieldKind::kLeftOver:
-            buffer_ += '"' + Hex(field.bytes) + '"';
+            buffer_ += '"' + HexDigits(field.bytes) + '"';
             return;
         default:
             field.IsPlain() ? String(field.Text()) : PartsOfText(field);
@@ -73,7 +73,7 @@ void JsonWriter::PartsOfText(const Field& field) {
     if (field.kind == FieldKind::kCounted && field.Byte(0) != field.Text().size())
         buffer_ += ", \"count\": " + std::to_string(field.Byte(0));
     if (const auto behind = field.Behind(); !behind.empty())
-        buffer_ += ", \"behind\": \"" + Hex(behind) + '"';
+        buffer_ += ", \"behind\": \"" + HexDigits(behind) + '"';
     buffer_ += " }";
 }
 
@@ -83,7 +83,7 @@ void JsonWriter::String(std::string_view text) {
         const auto byte = static_cast<unsigned char>(c);
         const char32_t character = FromWindows1252(byte);
         if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
-            buffer_ += "\\u00" + Hex({&c, 1});
+            buffer_ += "\\u00" + HexDigits({&c, 1});
             continue;
         }
         if (c == '"' || c == '\\') buffer_ += '\\';
@@ -101,7 +101,7 @@ void JsonWriter::Key(std::string_view name) {
 
 void JsonWriter::NewLine() {
     // Deeper levels are not indented further: a chain of members would grow with the square of its length.
-    constexpr std::size_t kDeepest = 16, kFull = 64 * 1024;
+    constexpr std::size_t kDeepest = 16, kFull = 65536;
     if (buffer_.size() >= kFull) Flush();
     if (!first_) buffer_ += ',';
     buffer_ += '\n';

@@ -45,7 +45,7 @@ std::string TextRemarks(const Field& field) {
 }
 
 std::string NumberText(const Field& field) {
-    const std::string number = std::to_string(field.Integer());
+    std::string number = std::to_string(field.Integer());
     if (field.name == "Flags") return FlagsText(field);
     if (field.name == "FileFlags") return HexNumber(static_cast<std::uint32_t>(field.Integer()), 4);
     if (field.name == "CreationDate" || field.name == "ModifiedDate")
@@ -57,7 +57,7 @@ std::string NumberText(const Field& field) {
 
 }  // namespace
 
-std::string Hex(std::string_view bytes, std::string_view between) {
+std::string HexDigits(std::string_view bytes, std::string_view between) {
     constexpr char kDigits[] = "0123456789abcdef";
     std::string text;
     text.reserve(bytes.size() * (2 + between.size()));
@@ -72,7 +72,7 @@ std::string Hex(std::string_view bytes, std::string_view between) {
 std::string HexNumber(std::uint64_t value, std::size_t width) {
     std::string bytes;
     for (std::size_t i = width; i-- > 0;) bytes += static_cast<char>(value >> (8 * i));
-    return "0x" + Hex(bytes);
+    return "0x" + HexDigits(bytes);
 }
 
 std::uint64_t DoubleBits(const Field& field) {
@@ -98,7 +98,7 @@ std::string Quoted(std::string_view text) {
     for (const char c : text) {
         const char32_t character = FromWindows1252(static_cast<unsigned char>(c));
         if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
-            quoted += "\\x" + Hex({&c, 1});
+            quoted += "\\x" + HexDigits({&c, 1});
             continue;
         }
         if (c == '"' || c == '\\') quoted += '\\';

@@ -11,7 +11,7 @@ namespace zel {
 // How the tools put the parts of a file into words.
 
 // Two digits a byte.
-std::string Hex(std::string_view bytes, std::string_view between = {});
+std::string HexDigits(std::string_view bytes, std::string_view between = {});
 // "0x" and all digits of the width.
 std::string HexNumber(std::uint64_t value, std::size_t width);
 // The shortest decimal form that gives the same double; with its bits where that form would not (NaNs,
