@@ -12,11 +12,12 @@
 #include "ComPtr.h"
 #include "Module.h"
 #include "Object.h"
+#include "module/Server.h"
 
 namespace zel {
 
-// The module with its store as the only class, known to COM in this process and, by what ole32 reads without
-// asking COM, in the registry of the tests' own prefix.
+// The store as a client of COM meets it: the built module registers it, in the tests' own prefix. Until a
+// test asks for that module's, new stores are this program's, so that their locks can be counted.
 class ControlTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -28,16 +29,14 @@ protected:
         ASSERT_EQ(CoRegisterClassObject(CLSID_BRU_Store, factory.Get(), CLSCTX_INPROC_SERVER,
                                         REGCLS_MULTIPLEUSE, &registration_),
                   S_OK);
-        Register(L"", L"BRU_Store Class");
-        Register(L"\\MiscStatus", L"0");
-        Register(L"\\MiscStatus\\1", L"132497");
+        ASSERT_EQ(module_.Register(), S_OK);
         MakeStore();
     }
     void TearDown() override {
         store_.Reset();
         EXPECT_EQ(Module::LockCount(), 0);
-        RegDeleteTreeW(HKEY_CLASSES_ROOT, Key().c_str());
-        CoRevokeClassObject(registration_);
+        module_.Unregister();
+        if (registration_) UseBuiltModule();
         Module::Detach();
         OleUninitialize();
     }
@@ -61,15 +60,12 @@ protected:
         StringFromGUID2(CLSID_BRU_Store, text, 40);
         return text;
     }
-    static void Register(const wchar_t* key, const wchar_t* value) {
-        RegSetValueW(HKEY_CLASSES_ROOT, (Key() + key).c_str(), REG_SZ, value, 0);
-    }
+    void UseBuiltModule() { CoRevokeClassObject(std::exchange(registration_, 0)); }
 
+    const Server module_;
     ComPtr<IOleObject> store_;
 
 private:
-    static std::wstring Key() { return L"CLSID\\" + ClassText(); }
-
     DWORD registration_ = 0;
 };
 

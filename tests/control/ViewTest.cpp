@@ -79,48 +79,31 @@ TEST_F(ViewTest, AWindowlessControlIsDrawnInItsPlaceWhenNoBoundsAreGiven) {
     Picture picture(280, 120);
     Container container(Site::kWindowless);
     RECT place = kBounds;
-    const auto draw = [&] {
-        return StoreAs<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, picture.Dc(),
-                                            nullptr, nullptr, nullptr, 0);
+    const auto draw = [&](DWORD aspect) {
+        return StoreAs<IViewObject>()->Draw(aspect, -1, nullptr, nullptr, nullptr, picture.Dc(), nullptr,
+                                            nullptr, nullptr, 0);
     };
-    EXPECT_EQ(draw(), E_INVALIDARG);
+    EXPECT_EQ(draw(DVASPECT_CONTENT), E_INVALIDARG);
     store_->SetClientSite(container.Client());
     store_->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr);
     StoreAs<IOleInPlaceObject>()->SetObjectRects(&place, &place);
-    EXPECT_EQ(draw(), S_OK);
+    EXPECT_EQ(draw(DVASPECT_ICON), DV_E_DVASPECT);
+    EXPECT_EQ(draw(DVASPECT_CONTENT), S_OK);
     picture.ExpectControl(kBounds, RGB(0, 0, 0), RGB(0, 0, 0));
     store_->Close(OLECLOSE_NOSAVE);
 }
 
-TEST_F(ViewTest, DrawsTheContentAspectAloneAndOnlyAsLongAsTheContainerWants) {
-    Picture picture(10, 10);
-    const RECTL bounds = {0, 0, 10, 10};
-    const auto draw = [&](DWORD aspect, LONG index, BOOL(CALLBACK * goOn)(ULONG_PTR)) {
-        return StoreAs<IViewObject>()->Draw(aspect, index, nullptr, nullptr, nullptr, picture.Dc(), &bounds,
-                                            nullptr, goOn, 0);
-    };
-    EXPECT_EQ(draw(DVASPECT_ICON, -1, nullptr), DV_E_DVASPECT);
-    EXPECT_EQ(draw(DVASPECT_CONTENT, 3, nullptr), DV_E_LINDEX);
-    EXPECT_EQ(draw(DVASPECT_CONTENT, -1, [](ULONG_PTR) -> BOOL { return FALSE; }), E_ABORT);
-    EXPECT_EQ(GetPixel(picture.Dc(), 0, 0), kGround);
-}
-
 TEST_F(ViewTest, IsHitInsideItsBounds) {
-    const auto view = StoreAs<IViewObjectEx>();
-    const auto point = [&](LONG x, LONG y) {
-        DWORD hit = 77;
-        EXPECT_EQ(view->QueryHitPoint(DVASPECT_CONTENT, &kBounds, {x, y}, 0, &hit), S_OK);
-        return hit == HITRESULT_HIT;
+    const auto isHit = [&](const RECT& area) {
+        DWORD point = 77, rectangle = 77;
+        const auto view = StoreAs<IViewObjectEx>();
+        view->QueryHitPoint(DVASPECT_CONTENT, &kBounds, {area.left, area.top}, 0, &point);
+        view->QueryHitRect(DVASPECT_CONTENT, &kBounds, &area, 0, &rectangle);
+        EXPECT_EQ(point, rectangle);
+        return point == HITRESULT_HIT;
     };
-    const auto area = [&](const RECT& where) {
-        DWORD hit = 77;
-        EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, &kBounds, &where, 0, &hit), S_OK);
-        return hit == HITRESULT_HIT;
-    };
-    EXPECT_TRUE(point(20, 10) && point(259, 109));
-    EXPECT_FALSE(point(260, 50) || point(30, 9));
-    EXPECT_TRUE(area({0, 0, 21, 11}));
-    EXPECT_FALSE(area({260, 0, 300, 200}));
+    EXPECT_TRUE(isHit({20, 10, 21, 11}) && isHit({259, 109, 300, 300}));
+    EXPECT_FALSE(isHit({260, 50, 300, 60}) || isHit({30, 9, 40, 10}));
 }
 
 // All graphics objects of the process: each is known to the system by the lower half of its handle.
