@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cwchar>
-#include <vector>
+#include <memory>
+#include <new>
 
 namespace zel {
 namespace {
@@ -52,9 +53,10 @@ INT ReplaceBstrShort(BSTR* place, std::string_view text) noexcept {
 
 std::string ToPath(const OLECHAR* name) {
     const std::size_t size = LengthOf(name) + 1;
-    std::vector<char> path(size + 1);
-    if (size == 1 || std::wcstombs(path.data(), name, size) == static_cast<std::size_t>(-1)) return {};
-    return path.data();
+    const std::unique_ptr<char[]> path(new (std::nothrow) char[size + 1]());
+    if (!path || size == 1 || std::wcstombs(path.get(), name, size) == static_cast<std::size_t>(-1))
+        return {};
+    return path.get();
 }
 
 }  // namespace zel
