@@ -10,15 +10,16 @@ DefinitionList::DefinitionList() = default;
 
 // Delegates, so that a copy which runs out of memory is torn down by the destructor, on a constant stack.
 DefinitionList::DefinitionList(const DefinitionList& other) : DefinitionList() {
-    version_ = other.version_;
+    Record::operator=(other);
     CopyNested(other, *this);
 }
 
-DefinitionList::DefinitionList(DefinitionList&& other) noexcept
-    : version_(other.version_), records_(std::move(other.records_)) {}
+DefinitionList::DefinitionList(DefinitionList&& other) noexcept : records_(std::move(other.records_)) {
+    Record::operator=(other);
+}
 
 DefinitionList& DefinitionList::operator=(DefinitionList other) noexcept {
-    version_ = other.version_;
+    Record::operator=(other);
     records_.swap(other.records_);
     return *this;
 }
@@ -27,8 +28,8 @@ DefinitionList::~DefinitionList() { Clear(); }
 
 void DefinitionList::SetVersion(std::int32_t version) {
     VisitLists(*this, [version](DefinitionList& list) {
-        list.version_ = version;
-        for (DefinitionRecord& record : list.records_) record.version_ = record.Members.version_ = version;
+        list.Record::SetVersion(version);
+        for (DefinitionRecord& record : list.records_) record.SetOwnVersion(version);
     });
 }
 
@@ -46,7 +47,7 @@ std::ostream& DefinitionList::Write(std::ostream& stream) {
 
 DefinitionRecord& DefinitionList::Append() {
     DefinitionRecord& record = records_.emplace_back();
-    record.version_ = record.Members.version_ = version_;
+    record.SetOwnVersion(GetVersion());
     return record;
 }
 

@@ -22,7 +22,6 @@ public:
     DefinitionList& operator=(DefinitionList other) noexcept;
     ~DefinitionList() override;
 
-    std::int32_t GetVersion() const override { return version_; }
     // Reaches the records already held, at every depth.
     void SetVersion(std::int32_t version) override;
     // Replaces what is held. Ends at the closing byte or where the stream does.
@@ -37,9 +36,6 @@ public:
     const std::list<DefinitionRecord>& Elements() const { return records_; }
 
 private:
-    friend class DefinitionRecord;
-
-    std::int32_t version_ = 0;
     std::list<DefinitionRecord> records_;
 };
 

@@ -25,7 +25,7 @@ DefinitionRecord& DefinitionRecord::operator=(const DefinitionRecord& other) {
     std::swap(Members, copy.Members);
     block = copy.block;
     Hidden = copy.Hidden;
-    version_ = copy.version_;
+    Record::operator=(copy);
     return *this;
 }
 
@@ -34,13 +34,13 @@ void DefinitionRecord::CopyFields(const DefinitionRecord& other) {
     SubtractAreaCode = other.SubtractAreaCode;
     block = other.block;
     Hidden = other.Hidden;
-    version_ = other.version_;
-    Members.version_ = other.Members.version_;
+    Record::operator=(other);
+    Members.Record::operator=(other.Members);
     Normalize();
 }
 
 void DefinitionRecord::SetVersion(std::int32_t version) {
-    version_ = version;
+    Record::SetVersion(version);
     Members.SetVersion(version);
 }
 

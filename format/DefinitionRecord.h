@@ -42,7 +42,6 @@ public:
     DefinitionRecord(const DefinitionRecord& other);
     DefinitionRecord& operator=(const DefinitionRecord& other);
 
-    std::int32_t GetVersion() const override { return version_; }
     void SetVersion(std::int32_t version) override;
     std::istream& Read(std::istream& stream) override;
     std::ostream& Write(std::ostream& stream) override;
@@ -69,12 +68,16 @@ public:
 private:
     friend class DefinitionList;
 
-    std::int32_t version_ = 0;
+    // Does not reach the members.
+    void SetOwnVersion(std::int32_t version) {
+        Record::SetVersion(version);
+        Members.Record::SetVersion(version);
+    }
 };
 
 template <class Archive>
 void DefinitionRecord::Head(Archive& archive) {
-    archive.SetVersion(version_);
+    archive.SetVersion(GetVersion());
     if (!Archive::kReads) Normalize();
     archive.Field(AreaCode, "AreaCode");
     archive.Field(block, "block");

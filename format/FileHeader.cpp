@@ -26,20 +26,19 @@ FileHeader::FileHeader() : image{} {
     image.Flags = kProgramVersionFlag | kWriterVersionsFlag;
 }
 
-FileHeader::FileHeader(const FileHeader& other)
-    : Record(other), image(other.image), version_(other.version_) {
+FileHeader::FileHeader(const FileHeader& other) : Record(other), image(other.image) {
     FileHeader::Normalize();
 }
 
 FileHeader& FileHeader::operator=(const FileHeader& other) {
+    Record::operator=(other);
     image = other.image;
-    version_ = other.version_;
     Normalize();
     return *this;
 }
 
 void FileHeader::SetVersion(std::int32_t version) {
-    version_ = version;
+    Record::SetVersion(version);
     image.FileVersion = static_cast<std::uint8_t>(version);
 }
 

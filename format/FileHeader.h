@@ -44,7 +44,6 @@ public:
     // Copies the version and the image, then normalizes.
     FileHeader& operator=(const FileHeader& other);
 
-    std::int32_t GetVersion() const override { return version_; }
     // Also stores the low byte of the version in image.FileVersion.
     void SetVersion(std::int32_t version) override;
     // Takes the version from the file, and adds the section flags that some kinds of file imply.
@@ -71,8 +70,6 @@ public:
 private:
     void UpgradeVersion();
     void AddImpliedFlags();
-
-    std::int32_t version_ = 0;
 };
 
 template <class Archive>

@@ -16,13 +16,13 @@ namespace zel {
 SketchFile& SketchFile::operator=(const SketchFile& other) {
     definitions = other.definitions;
     header = other.header;
-    version_ = other.version_;
+    Record::operator=(other);
     DefinitionType = other.DefinitionType;
     return *this;
 }
 
 void SketchFile::SetVersion(std::int32_t version) {
-    version_ = version;
+    Record::SetVersion(version);
     header.SetVersion(version);
     definitions.SetVersion(version);
 }
@@ -31,14 +31,14 @@ std::istream& SketchFile::Read(std::istream& stream) {
     header.Read(stream);
     SetVersion(header.GetVersion());
     if (!HasDefinitions()) return stream;
-    Trailer(Reader(stream, version_));
+    Trailer(Reader(stream, GetVersion()));
     return definitions.Read(stream);
 }
 
 std::ostream& SketchFile::Write(std::ostream& stream) {
     header.Write(stream);
     if (!HasDefinitions()) return stream;
-    Trailer(Writer(stream, version_));
+    Trailer(Writer(stream, GetVersion()));
     return definitions.Write(stream);
 }
 

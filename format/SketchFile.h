@@ -19,14 +19,13 @@ public:
     // Copies all but FileFlags, which stay those of this file.
     SketchFile& operator=(const SketchFile& other);
 
-    std::int32_t GetVersion() const override { return version_; }
     void SetVersion(std::int32_t version) override;
     // Takes the version from the header; the caller judges by it. What the version lacks keeps its value.
     std::istream& Read(std::istream& stream) override;
     std::ostream& Write(std::ostream& stream) override;
 
     // Whether a file of this version has more than a header.
-    bool HasDefinitions() const { return version_ >= 0 && version_ <= kNewestVersion; }
+    bool HasDefinitions() const { return GetVersion() >= 0 && GetVersion() <= kNewestVersion; }
     // The fields between the header and the definitions, in the direction of the archive.
     template <class Archive>
     void Trailer(Archive&& archive) {
@@ -38,9 +37,6 @@ public:
     std::uint8_t DefinitionType = 0;
     LittleEndian<std::int32_t> FileFlags{0};
     DefinitionList definitions;
-
-private:
-    std::int32_t version_ = kNewestVersion;
 };
 
 }  // namespace zel
