@@ -20,7 +20,8 @@ inline void Check(bool holds, const char* promise) {
     std::abort();
 }
 
-inline std::string Image(Record& record) {
+template <class Piece>
+std::string Image(Piece& record) {
     std::ostringstream stream;
     record.Write(stream);
     Check(stream.good(), "writing to memory never fails");
