@@ -26,7 +26,8 @@ public:
     static constexpr bool kReads = true;
 
     // The stream must outlive the reader. Fields are present by `version`.
-    explicit Reader(std::istream& stream, std::int32_t version = 0) : stream_(stream), version_(version) {
+    explicit Reader(std::istream& stream, std::int32_t version = 0)
+        : stream_(stream), state_(stream), version_(version) {
         const std::istream::sentry sentry(stream, true);
     }
 
@@ -36,8 +37,8 @@ public:
 
     // The number of bytes that were there; the rest of `to` keeps what it held.
     std::size_t Bytes(void* to, std::size_t size) {
-        if (!stream_.good() || size > Available()) return BytesFromBuffer(to, size);
-        std::memcpy(to, GetArea::Begin(*stream_.rdbuf()), size);
+        if (!state_.good() || size > Available()) return BytesFromBuffer(to, size);
+        std::memcpy(to, GetArea::Begin(*state_.rdbuf()), size);
         Skip(size);
         return size;
     }
@@ -61,8 +62,8 @@ public:
     template <class... T>
     void Fields(T&... fields) {
         constexpr std::size_t kSize = (sizeof(T) + ...);
-        if (!stream_.good() || kSize > Available()) return (Field(fields), ...);
-        const char* from = GetArea::Begin(*stream_.rdbuf());
+        if (!state_.good() || kSize > Available()) return (Field(fields), ...);
+        const char* from = GetArea::Begin(*state_.rdbuf());
         ((std::memcpy(&fields, from, sizeof fields), from += sizeof fields), ...);
         Skip(kSize);
     }
@@ -108,18 +109,18 @@ public:
     // Whether an element of a marker-framed list starts here. A zero byte, the list's end, is consumed;
     // any other byte stays and is the first of the element. False at the end of the stream.
     bool AtElement() {
-        if (!stream_.good() || Available() == 0) return AtElementOfBuffer();
-        if (*GetArea::Begin(*stream_.rdbuf()) != 0) return true;
+        if (!state_.good() || Available() == 0) return AtElementOfBuffer();
+        if (*GetArea::Begin(*state_.rdbuf()) != 0) return true;
         Skip(1);
         return false;
     }
 
     // Whether a counted list may have a further element. The count goes on past the end of the stream, where
     // elements cost no bytes: up to kMaxMissing of them, so that lists of lists that lie stay small.
-    bool MayAppend() { return stream_.good() || missing_++ < kMaxMissing; }
+    bool MayAppend() { return state_.good() || missing_++ < kMaxMissing; }
 
     // For content that cannot be what it claims.
-    void Fail() { stream_.setstate(std::ios_base::failbit); }
+    void Fail() { state_.setstate(std::ios_base::failbit); }
 
 private:
     static constexpr std::size_t kMaxMissing = 65536;
@@ -132,14 +133,15 @@ private:
     };
 
     std::size_t Available() const {
-        const std::streambuf& buffer = *stream_.rdbuf();
+        const std::streambuf& buffer = *state_.rdbuf();
         return static_cast<std::size_t>(GetArea::End(buffer) - GetArea::Begin(buffer));
     }
-    void Skip(std::size_t size) { GetArea::Skip(*stream_.rdbuf(), static_cast<int>(size)); }
+    void Skip(std::size_t size) { GetArea::Skip(*state_.rdbuf(), static_cast<int>(size)); }
     bool AtElementOfBuffer();
     std::size_t BytesFromBuffer(void* to, std::size_t size);
 
     std::istream& stream_;
+    std::ios& state_;  // of the same stream: a virtual base, which would be looked up for every field
     std::int32_t version_;
     std::size_t missing_ = 0;
 };

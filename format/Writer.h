@@ -25,7 +25,7 @@ public:
 
     // The stream must outlive the writer. Fields are present by `version`.
     explicit Writer(std::ostream& stream, std::int32_t version = 0)
-        : stream_(stream), version_(version), sentry_(stream) {}
+        : stream_(stream), state_(stream), version_(version), sentry_(stream) {}
 
     std::int32_t version() const { return version_; }
     // Each record walks its fields under its own version.
@@ -34,10 +34,10 @@ public:
     void Bytes(const void* from, std::size_t size) {
         // Below this a copy beats a call; it also keeps the step within pbump's int. A full area may be null.
         constexpr std::size_t kSmall = 4096;
-        if (!stream_.good() || size > kSmall || size >= PutArea::Size(*stream_.rdbuf()))
+        if (!state_.good() || size > kSmall || size >= PutArea::Size(*state_.rdbuf()))
             return BytesToBuffer(from, size);
-        std::memcpy(PutArea::Begin(*stream_.rdbuf()), from, size);
-        PutArea::Skip(*stream_.rdbuf(), size);
+        std::memcpy(PutArea::Begin(*state_.rdbuf()), from, size);
+        PutArea::Skip(*state_.rdbuf(), size);
     }
 
     template <class T>
@@ -58,10 +58,10 @@ public:
     template <class... T>
     void Fields(const T&... fields) {
         constexpr std::size_t kSize = (sizeof(T) + ...);
-        if (!stream_.good() || kSize > PutArea::Size(*stream_.rdbuf())) return (Field(fields), ...);
-        char* to = PutArea::Begin(*stream_.rdbuf());
+        if (!state_.good() || kSize > PutArea::Size(*state_.rdbuf())) return (Field(fields), ...);
+        char* to = PutArea::Begin(*state_.rdbuf());
         ((std::memcpy(to, &fields, sizeof fields), to += sizeof fields), ...);
-        PutArea::Skip(*stream_.rdbuf(), kSize);
+        PutArea::Skip(*state_.rdbuf(), kSize);
     }
 
     template <class T>
@@ -107,6 +107,7 @@ private:
     void BytesToBuffer(const void* from, std::size_t size);
 
     std::ostream& stream_;
+    std::ios& state_;  // of the same stream: a virtual base, which would be looked up for every field
     std::int32_t version_;
     std::ostream::sentry sentry_;
 };
