@@ -37,7 +37,7 @@ inline const std::string kArea =
 // With AuxMode 1; with AuxMode 2 the byte 19 always ends the record.
 inline const std::string kAuxiliary =
     "{9-: 01} 06 04 'Name' 11*4 12*16"
-    "{0-20: FE FF 70 11 01 80 FF 7F 05 00}{21-: FE FF FF FF 70 11 00 00 01 80 FF FF FF 7F 00 00 05 00 00 00}"
+    "{0-20: FE FF 70 11 01 80 FF 7F 05 00}{21-: FE FF FF FF 70 11 01 00 01 80 FF FF FF 7F 00 00 05 00 00 00}"
     "13*8 14*32 15*8 16*8 17 18*8 {4-8: 19}";
 
 // What stands before the geometry of an entity, the same for all kinds.
