@@ -1,7 +1,8 @@
 #include "CommandLine.h"
 
+#include <algorithm>
 #include <new>
-#include <string>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -82,11 +83,12 @@ int Complain(const Console& console, std::string message, int status) {
 
 }  // namespace
 
-int RunCommandLine(int argc, const char* const* argv, const Console& console) {
+int RunCommandLine(std::vector<std::string> arguments, const Console& console) {
+    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     try {
         Commands commands;
         try {
-            commands.app.parse(argc, argv);
+            commands.app.parse(std::move(arguments));
         } catch (const CLI::Success& success) {
             return commands.app.exit(success, console.out, console.error);
         }

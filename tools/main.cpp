@@ -1,23 +1,25 @@
+#include <cstdio>
 #include <cstdlib>
 #include <iostream>
 
-#include <unistd.h>
-
 #include "CommandLine.h"
+#include "Platform.h"
 
 namespace {
 
-bool HasColour() {
-    const char* off = std::getenv("NO_COLOR");
-    const char* terminal = std::getenv("TERM");
-    const bool isDumb = !terminal || std::string(terminal) == "dumb";
-    return isatty(STDOUT_FILENO) && !(off && *off) && !isDumb;
+bool WantsColour() {
+    const auto variable = [](const char* name) {
+        const char* value = std::getenv(name);
+        return std::string(value ? value : "");
+    };
+    return variable("NO_COLOR").empty() && variable("TERM") != "dumb";
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     std::ios_base::sync_with_stdio(false);
-    const zel::Console console{std::cout, std::cerr, HasColour(), isatty(STDERR_FILENO) != 0};
-    return zel::RunCommandLine(argc, argv, console);
+    const bool outPrepareOutput = zel::PrepareOutput(stdout), errorPrepareOutput = zel::PrepareOutput(stderr);
+    const zel::Console console{std::cout, std::cerr, outPrepareOutput && WantsColour(), errorPrepareOutput};
+    return zel::RunCommandLine(zel::Arguments(argc, argv), console);
 }

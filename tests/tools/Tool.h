@@ -30,11 +30,9 @@ struct Outcome {
 };
 
 inline Outcome Zelsketch(std::vector<std::string> arguments, bool hasColour = false) {
-    std::vector<const char*> pointers{"zelsketch"};
-    for (const std::string& argument : arguments) pointers.push_back(argument.c_str());
     std::ostringstream out, error;
     const Console console{out, error, hasColour, false};
-    const int status = RunCommandLine(static_cast<int>(pointers.size()), pointers.data(), console);
+    const int status = RunCommandLine(std::move(arguments), console);
     return {status, out.str(), error.str()};
 }
 

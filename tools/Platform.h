@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace zel {
+
+// What the tools need of the system beyond the standard library. Paths are UTF-8 on Windows and elsewhere the
+// bytes that the system has for them. What fails gives null or false, and its reason in errno.
+
+// The arguments of main but the first; on Windows whatever their letters, and with the files that a pattern
+// stands for.
+std::vector<std::string> Arguments(int argc, const char* const* argv);
+// Lets a stream pass bytes as they are. True of a terminal, which then shows UTF-8 and obeys escape
+// sequences.
+bool PrepareOutput(std::FILE* stream);
+
+std::FILE* OpenToRead(const std::string& path);
+// Refuses a path where anything stands.
+std::FILE* CreateNew(const std::string& path);
+// Ends when all that was written is on the disk.
+bool Flush(std::FILE* file);
+
+}  // namespace zel
