@@ -115,8 +115,9 @@ void Assembler::Fill(FieldKind kind, const char* name, char* bytes, std::size_t 
     if (kind == FieldKind::kDouble) {
         bits = DoubleBits(*node);
     } else {
-        const std::int64_t most = (std::int64_t{1} << (8 * width)) - 1;
-        bits = static_cast<std::uint64_t>(Integer(*node, width == 4 ? -(most / 2) - 1 : 0, most));
+        const bool isSigned = width == 4;
+        const std::int64_t most = (std::int64_t{1} << (8 * width - (isSigned ? 1 : 0))) - 1;
+        bits = static_cast<std::uint64_t>(Integer(*node, isSigned ? -most - 1 : 0, most));
     }
     for (std::size_t i = 0; i < width; ++i) bytes[i] = static_cast<char>(bits >> (8 * i));
 }

@@ -11,6 +11,7 @@ namespace zel {
 namespace {
 
 constexpr std::size_t kMostFindings = 100;
+constexpr std::string_view kSignature = "\7TRN4WIN";
 
 // Flags as the file has them and as a reader takes them.
 struct FlagsOfFile {
@@ -24,9 +25,7 @@ struct FlagsOfFile {
     std::int32_t asRead;
 };
 
-std::string Characters(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " character" : " characters");
-}
+std::string Characters(std::size_t count) { return Counted(count, "character"); }
 
 std::string FaultOfShort(const Field& field) {
     std::string fault;
@@ -57,6 +56,14 @@ std::string FaultOfText(const Field& field) {
 }  // namespace
 
 std::vector<Finding> Checker::Check(std::string_view file) {
+    std::vector<Finding> findings = CheckBySections(file);
+    // No reader asks for the signature. But it tells what to make of other findings.
+    if (!findings.empty() && file.substr(0, kSignature.size()) != kSignature.substr(0, file.size()))
+        findings.insert(findings.begin(), {0, "Signature: not \"TRN4WIN\", perhaps no area definition file"});
+    return findings;
+}
+
+std::vector<Finding> Checker::CheckBySections(std::string_view file) {
     std::vector<Finding> findings = Check(file, false);
     const FlagsOfFile flags(file);
     if (flags.stored == flags.asRead) return findings;
@@ -95,7 +102,7 @@ void Checker::OnField(const Field& field) {
                 Add(field, "the opening byte is " + std::to_string(field.Byte(0)) + ", not 1");
             return;
         case FieldKind::kLeftOver:
-            return Add(field, std::to_string(field.bytes.size()) + " bytes behind the file's end");
+            return Add(field, Counted(field.bytes.size(), "byte") + " behind the file's end");
         default:
             if (field.name == "FileVersion") CheckVersion(field);
     }
@@ -124,8 +131,8 @@ void Checker::CheckVersion(const Field& field) {
     version_ = static_cast<std::int32_t>(field.Integer());
     const std::string version = "version " + std::to_string(version_);
     if (version_ > SketchFile::kNewestVersion)
-        Add(field, "the store refuses " + version + ", it loads 0 to 5; nothing behind the header is read");
-    if (version_ == 0) Add(field, "the store loads " + version + ", but refuses to save it: 1 to 5");
+        Add(field, version + " is unknown: readers load 0 to 5 and stop behind the header");
+    if (version_ == 0) Add(field, version + " can be loaded, but not saved: only 1 to 5 can");
 }
 
 void Checker::Add(const Field& field, const std::string& what) {

@@ -27,6 +27,7 @@ public:
 private:
     explicit Checker(std::string_view file) : file_(file) {}
 
+    static std::vector<Finding> CheckBySections(std::string_view file);
     static std::vector<Finding> Check(std::string_view file, bool asWritten);
     void CheckMissing(const Field& field);
     void CheckVersion(const Field& field);

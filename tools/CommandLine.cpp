@@ -47,11 +47,11 @@ struct Commands {
         app.set_version_flag("--version", "zelsketch " ZEL_VERSION, "Print the version and exit");
         app.require_subcommand(1);
         app.footer(HelpFooter());
-        showApp->add_option("FILE", show.file, "The definition file")->required();
         auto* json = showApp->add_flag("--json", show.json, "As JSON that tells every byte of the file");
         showApp->add_flag("--hex", show.hex, "Every byte with its offset, its field and the field's value")
             ->excludes(json);
-        buildApp->footer("JSON: " + JsonFooter());
+        showApp->add_option("FILE", show.file, "The definition file")->required();
+        buildApp->footer(JsonFooter());
         buildApp->add_option("JSON", build.json, "The JSON text")->required();
         buildApp->add_option("OUT", build.out, "The definition file to write")->required();
         checkApp->add_option("FILE", check.files, "Definition files")->required();

@@ -84,7 +84,7 @@ ExitStatus ConvertCommand::Run(const Console& console) const {
     // The new version may make readers look for sections: they get them.
     content.header.image.Flags = AsRead(content.header.image).image.Flags;
     WriteFile(out, BytesOf(content), Overwrite::kRefuse);
-    console.out << out << ": version " << version << ", " << losses.losses() << " values lost\n";
+    console.out << out << ": version " << version << ", " << Counted(losses.losses(), "value") << " lost\n";
     return kSound;
 }
 

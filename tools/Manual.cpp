@@ -27,18 +27,19 @@ constexpr Entry kStatuses[] = {
     {"2", "a file cannot be read or written, or the command line is wrong"},
 };
 
-constexpr char kJson[] =
-    "A text is a string if that tells all bytes of its field, else an object: \"text\"; \"count\" where that "
-    "is "
-    "not the text's length; \"behind\", hexadecimal, for bytes behind the text up to the field's end; "
-    "\"tag\" "
-    "where that is not 6. Text is Windows-1252, whose five open bytes stand for the control characters of "
-    "their "
-    "number. A double is a number, or \"0x\" and 16 digits where it is none (NaN, infinity) or -0. Dates are "
-    "day "
-    "numbers (day 0 is 1 January 1600), times seconds since midnight. \"DefinitionsOpening\" and "
-    "\"MembersOpening\" are a list's opening byte where that is not 1, \"LeftOver\" bytes behind the end, "
-    "\"CutShort\" how many bytes a damaged file lacks at its end.";
+constexpr Entry kJson[] = {
+    {"text",
+     "a string if that tells all bytes of its field, else an object: \"text\"; \"count\" if that is not the "
+     "text's length; \"behind\", the bytes behind the text up to the field's end in hexadecimal; \"tag\" if "
+     "that is not 6. Characters are those of Windows-1252, whose five open bytes stand for the control "
+     "characters of their number"},
+    {"number with a fraction", "a number, or \"0x\" and 16 digits where it is none (NaN, infinity) or -0"},
+    {"date", "a day number; day 0 is 1 January 1600"},
+    {"time", "seconds since midnight"},
+    {"DefinitionsOpening, MembersOpening", "a list's opening byte, where that is not 1"},
+    {"LeftOver", "the bytes behind the end in hexadecimal"},
+    {"CutShort", "how many bytes a damaged file lacks at its end"},
+};
 
 // Text of a manual page, in lines of at most 80 characters. A hyphen stands for itself, a backslash or a dot
 // at a line's begin are no commands.
@@ -70,7 +71,23 @@ std::string Term(const CLI::Option& option) {
 
 void PrintOptions(const CLI::App& app, std::ostream& out) {
     for (const CLI::Option* option : app.get_options())
-        if (!option->get_group().empty()) PrintEntry(out, Term(*option), option->get_description());
+        if (option != app.get_help_ptr() || !app.get_parent())
+            PrintEntry(out, Term(*option), option->get_description());
+}
+
+template <std::size_t n>
+void PrintEntries(std::ostream& out, const char* heading, const Entry (&entries)[n]) {
+    out << ".SH " << heading << '\n';
+    for (const Entry& entry : entries) PrintEntry(out, entry.term, entry.meaning);
+}
+
+// The same for the help.
+template <std::size_t n>
+std::string Listed(const char* heading, const Entry (&entries)[n]) {
+    std::string text = std::string(heading) + '\n';
+    for (const Entry& entry : entries)
+        text += std::string("  ") + entry.term + "\n      " + entry.meaning + '\n';
+    return text;
 }
 
 std::string Synopsis(const CLI::App& command) {
@@ -86,17 +103,9 @@ std::string Synopsis(const CLI::App& command) {
 
 }  // namespace
 
-std::string JsonFooter() { return kJson; }
+std::string JsonFooter() { return Listed("JSON:", kJson); }
 
-std::string HelpFooter() {
-    std::string text = "Examples:\n";
-    for (const Entry& example : kExamples)
-        text += std::string("  ") + example.term + "\n      " + example.meaning + '\n';
-    text += "\nExit status:\n";
-    for (const Entry& status : kStatuses)
-        text += std::string("  ") + status.term + "  " + status.meaning + '\n';
-    return text;
-}
+std::string HelpFooter() { return Listed("Examples:", kExamples) + '\n' + Listed("Exit status:", kStatuses); }
 
 void PrintManual(const CLI::App& app, std::ostream& out) {
     const std::string description = app.get_description();
@@ -117,10 +126,9 @@ void PrintManual(const CLI::App& app, std::ostream& out) {
         out << ".SS " << command->get_name() << '\n' << Roff(command->get_description()) << '\n';
         PrintOptions(*command, out);
     }
-    out << ".SH JSON\n" << Roff(kJson) << "\n.SH EXIT STATUS\n";
-    for (const Entry& status : kStatuses) PrintEntry(out, status.term, status.meaning);
-    out << ".SH EXAMPLES\n";
-    for (const Entry& example : kExamples) PrintEntry(out, example.term, example.meaning);
+    PrintEntries(out, "JSON", kJson);
+    PrintEntries(out, "EXIT STATUS", kStatuses);
+    PrintEntries(out, "EXAMPLES", kExamples);
 }
 
 }  // namespace zel

@@ -34,10 +34,9 @@ void PagePrinter::OnDefinition(const Place& place) {
 
 void PagePrinter::Finish() {
     indent_.clear();
-    Heading(std::to_string(definitions_) + (definitions_ == 1 ? " definition" : " definitions"));
+    Heading(Counted(definitions_, "definition"));
     if (missing_)
-        Warn("The file is cut short: at least " + std::to_string(missing_) +
-             " bytes are missing at its end.");
+        Warn("The file is cut short: it lacks at least " + Counted(missing_, "byte") + " at its end.");
 }
 
 void PagePrinter::Heading(const std::string& text) {

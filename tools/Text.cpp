@@ -7,6 +7,7 @@
 
 #include "CalendarDate.h"
 #include "FileHeader.h"
+#include "SketchFile.h"
 #include "Windows1252.h"
 
 namespace zel {
@@ -40,13 +41,15 @@ std::string TextRemarks(const Field& field) {
     if (field.kind == FieldKind::kShort && field.Byte(0) != 6)
         remarks += "  (tag " + std::to_string(field.Byte(0)) + ")";
     if (const std::size_t behind = field.Behind().size())
-        remarks += "  (" + std::to_string(behind) + " bytes behind the text)";
+        remarks += "  (" + Counted(behind, "byte") + " behind the text)";
     return remarks;
 }
 
 std::string NumberText(const Field& field) {
     std::string number = std::to_string(field.Integer());
     if (field.name == "Flags") return FlagsText(field);
+    if (field.name == "FileVersion" && field.Integer() > SketchFile::kNewestVersion)
+        return number + "  (unknown: readers stop behind the header)";
     if (field.name == "FileFlags") return HexNumber(static_cast<std::uint32_t>(field.Integer()), 4);
     if (field.name == "CreationDate" || field.name == "ModifiedDate")
         return number + "  " + DayText(field.Integer());
@@ -56,6 +59,10 @@ std::string NumberText(const Field& field) {
 }
 
 }  // namespace
+
+std::string Counted(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
 
 std::string HexDigits(std::string_view bytes, std::string_view between) {
     constexpr char kDigits[] = "0123456789abcdef";
@@ -120,7 +127,7 @@ std::string ValueText(const Field& field) {
         case FieldKind::kClosing:
             return "list ends";
         case FieldKind::kLeftOver:
-            return std::to_string(field.bytes.size()) + " bytes that no reader looks at";
+            return Counted(field.bytes.size(), "byte") + " that no reader looks at";
         default:
             return Quoted(field.Text()) + TextRemarks(field);
     }

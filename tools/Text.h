@@ -10,6 +10,8 @@ namespace zel {
 
 // How the tools put the parts of a file into words.
 
+// "1 byte", "2 bytes".
+std::string Counted(std::size_t count, const std::string& thing);
 // Two digits a byte.
 std::string HexDigits(std::string_view bytes, std::string_view between = {});
 // "0x" and all digits of the width.
