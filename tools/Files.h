@@ -9,9 +9,11 @@ namespace zel {
 std::string ReadFile(const std::string& path);
 
 enum class Overwrite { kRefuse, kReplace };
-// Fails early, before the work, where WriteFile would refuse.
+// To be called before the work: fails where nothing may be overwritten, or what stands there is no regular
+// file.
 void ExpectWritable(const std::string& path, Overwrite overwrite);
 // Writes beside `path` and renames, so that what stood there is lost only when all bytes are on the disk.
+// With kRefuse nothing is ever lost, not even a file that another program makes at the last moment.
 void WriteFile(const std::string& path, const std::string& bytes, Overwrite overwrite);
 
 }  // namespace zel

@@ -1,19 +1,27 @@
 // Any file goes to JSON and back, byte for byte, however odd, damaged or deep.
 
-#include <pthread.h>
-
-#include <cstdint>
+#include <limits>
 #include <random>
 
+#include "Assembler.h"
 #include "Checker.h"
 #include "FileWalk.h"
 #include "HexPrinter.h"
-#include "PagePrinter.h"
+#include "JsonWriter.h"
+#include "Surveyor.h"
 #include "Tool.h"
 #include "format/HexDump.h"
 
 namespace zel {
 namespace {
+
+std::string ThereAndBack(const std::string& file) {
+    std::ostringstream json;
+    JsonWriter writer(json);
+    Surveyor::Survey(file, writer);
+    writer.Finish();
+    return Assembler::Assemble(json.str());
+}
 
 // The bytes that a hex listing shows.
 std::string BytesListed(const std::string& file) {
@@ -28,19 +36,14 @@ std::string BytesListed(const std::string& file) {
 
 // Reads by every way there is, and gives what is wrong with what came out.
 testing::AssertionResult Survives(const std::string& file) {
-    std::ostringstream page;
-    PagePrinter printer(page, {});
-    Surveyor::Survey(file, printer);
-    if (auto same = SameBytes(file, Assembler::Assemble(JsonOf(file))); !same) return same << JsonOf(file);
+    if (auto same = SameBytes(file, ThereAndBack(file)); !same) return same << "JSON";
     if (auto same = SameBytes(file, BytesListed(file)); !same) return same << "hex listing";
 
     SketchFile loaded;
     ReadFrom(loaded, file);
-    HeaderImage stored{};
-    file.copy(reinterpret_cast<char*>(&stored), FileHeader::kMandatorySize);
-    if (!Checker::Check(file).empty() || stored.Flags != loaded.header.image.Flags)
-        return testing::AssertionSuccess();
-    return SameBytes(Written(loaded), file) << "a sound file is one that the library writes";
+    if (!Checker::Check(file).empty()) return testing::AssertionSuccess();
+    // Loading adds the flags that Type implies.
+    return SameBytes(file, Written(loaded).replace(12, 4, file, 12, 4)) << "sound, but nothing writes it";
 }
 
 std::string SampleOf(int version, int flags) {
@@ -50,38 +53,24 @@ std::string SampleOf(int version, int flags) {
     file.header.image.CreatedBy.Put("J\xFCrgen \x80");
     DefinitionRecord& record = file.definitions.Append();
     for (int c = 1; c < 256; ++c) record.AreaCode.text += static_cast<char>(c);
-    record.block.Multiplier = 0.1;
+    record.block.WallWidth = -0.0;
+    record.block.WallHeight = std::numeric_limits<double>::quiet_NaN();
     record.block.AreaName.Put("a longer name");
     record.block.AreaName.Put("Living");
-    record.Members.Append().SubtractAreaCode.text = "GAR";
-    record.Members.Append().Members.Append().Hidden = 7;
-    file.definitions.Append();
+    DefinitionRecord& member = record.Members.Append();
+    member.SubtractAreaCode.text = "GAR";
+    member.block.Multiplier = std::numeric_limits<double>::denorm_min();
+    member.block.WallWidth = -std::numeric_limits<double>::infinity();
+    member.block.WallHeight = std::numeric_limits<double>::max();
+    member.Members.Append().Hidden = 7;
     file.SetVersion(version);
     return Written(file);
 }
 
 std::string Mutated(std::string file, std::mt19937& random) {
-    const auto below = [&random](std::size_t limit) { return random() % (limit + 1); };
-    for (std::size_t changes = 1 + below(3); changes > 0; --changes) {
-        const std::size_t at = below(file.size());
-        const char byte = below(1) ? static_cast<char>(random()) : "\0\1\6\x7F\x80\xFF"[below(5)];
-        switch (below(4)) {
-            case 0:
-                file.insert(at, 1, byte);
-                break;
-            case 1:
-                file.erase(at, below(8));
-                break;
-            case 2:
-                file.resize(at);
-                break;
-            case 3:
-                file.append(below(300), byte);
-                break;
-            default:
-                if (at < file.size()) file[at] = byte;
-        }
-    }
+    constexpr char kOddBytes[] = "\0\1\6\x7F\x80\xFF'";
+    for (std::size_t changes = 1 + random() % 4; changes > 0; --changes)
+        file.replace(random() % (file.size() + 1), random() % 8, random() % 3, kOddBytes[random() % 7]);
     return file;
 }
 
@@ -91,53 +80,32 @@ TEST(RoundTrip, OddFilesOfEveryVersion) {
         for (const int flags : {0, 0x10, 0x100, 0x110}) {
             const std::string file = SampleOf(version, flags);
             ASSERT_TRUE(Survives(file));
-            for (int i = 0; i < 100; ++i) ASSERT_TRUE(Survives(Mutated(file, random)));
+            for (int i = 0; i < 100; ++i) {
+                ASSERT_TRUE(Survives(Mutated(file, random)));
+                ASSERT_TRUE(Survives(file.substr(0, random() % file.size())));
+            }
         }
     }
 }
 
-TEST(RoundTrip, EveryLengthThatAFileMayBeCutTo) {
-    const std::string file = SampleOf(5, 0x110);
-    for (std::size_t size = 0; size < file.size(); ++size)
-        ASSERT_TRUE(Survives(file.substr(0, size))) << size;
+TEST(RoundTrip, KeysStandInAnyOrderAndWhatIsLeftOutIsAsInANewFile) {
+    SketchFile expected;
+    expected.definitions.Append().AreaCode.text = "A";
+    expected.SetVersion(1);
+    EXPECT_TRUE(SameBytes(
+        Written(expected),
+        Assembler::Assemble(
+            R"({ "Definitions": [ { "Members": [], "AreaCode": "\u0041" } ], "Header": { "FileVersion": 1 } })")));
 }
 
-TEST(RoundTrip, EveryPatternOfADouble) {
-    constexpr std::uint64_t kPatterns[] = {0x0000000000000001, 0x8000000000000000, 0x7FF0000000000000,
-                                           0xFFF0000000000000, 0x7FF0000000000001, 0xFFFFFFFFFFFFFFFF,
-                                           0x43F0000000000000, 0x7FEFFFFFFFFFFFFF, 0x3FB999999999999A};
-    for (const std::uint64_t bits : kPatterns) {
-        std::string file = SampleOf(5, 0x110);
-        for (std::size_t i = 0; i < 8; ++i)
-            file[107 + 5 + 1 + 2 + 255 + i] = static_cast<char>(bits >> (8 * i));
-        EXPECT_TRUE(Survives(file)) << std::hex << bits;
-    }
-}
-
-// A stack that no recursion over the levels would fit into.
+// More levels than a stack holds.
 TEST(RoundTrip, LevelsCostNoStack) {
     constexpr std::size_t kLevels = 100000;
-    const std::string record = Hex("06 01 'A' 00*109 00 06 00 01");
     std::string file = SampleOf(5, 0x110).substr(0, 113);
-    for (std::size_t i = 0; i < kLevels; ++i) file += record;
+    for (std::size_t i = 0; i < kLevels; ++i) file += Hex("06 01 'A' 00*109 00 06 00 01");
     file.append(kLevels + 1, '\0');
-
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, 256 * 1024);
-    pthread_t thread;
-    const auto run = [](void* bytes) -> void* {
-        const std::string& deep = *static_cast<std::string*>(bytes);
-        std::ostringstream page;
-        PagePrinter printer(page, {});
-        Surveyor::Survey(deep, printer);
-        EXPECT_TRUE(Assembler::Assemble(JsonOf(deep)) == deep);
-        EXPECT_TRUE(Checker::Check(deep).empty());
-        return nullptr;
-    };
-    ASSERT_EQ(0, pthread_create(&thread, &attributes, run, &file));
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
+    EXPECT_TRUE(ThereAndBack(file) == file);
+    EXPECT_TRUE(Checker::Check(file).empty());
 }
 
 }  // namespace

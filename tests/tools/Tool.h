@@ -4,44 +4,26 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "Assembler.h"
 #include "CommandLine.h"
-#include "JsonWriter.h"
-#include "Surveyor.h"
 
 namespace zel {
 
-inline std::string JsonOf(const std::string& bytes) {
-    std::ostringstream json;
-    JsonWriter writer(json);
-    Surveyor::Survey(bytes, writer);
-    writer.Finish();
-    return json.str();
-}
-
 struct Outcome {
     int status;
-    std::string out;
-    std::string error;
+    std::string out, error;
 };
-
-inline Outcome Zelsketch(std::vector<std::string> arguments, bool hasColour = false) {
-    std::ostringstream out, error;
-    const Console console{out, error, hasColour, false};
-    const int status = RunCommandLine(std::move(arguments), console);
-    return {status, out.str(), error.str()};
-}
 
 // Works in a folder of its own, which goes with the test.
 class ToolTest : public testing::Test {
 protected:
-    ToolTest() {
-        std::string name = (std::filesystem::temp_directory_path() / "zelsketch.XXXXXX").string();
-        folder_ = mkdtemp(name.data());
+    ToolTest() : folder_(std::filesystem::temp_directory_path() / std::to_string(std::random_device{}())) {
+        std::filesystem::create_directory(folder_);
         std::filesystem::current_path(folder_);
     }
     ~ToolTest() override {
@@ -49,13 +31,22 @@ protected:
         std::filesystem::remove_all(folder_);
     }
 
+    static Outcome Zelsketch(const std::vector<std::string>& arguments, bool hasColour = false) {
+        std::ostringstream out, error;
+        const int status = RunCommandLine(arguments, {out, error, hasColour, false});
+        return {status, out.str(), error.str()};
+    }
     static void Put(const std::string& path, const std::string& bytes) {
         std::ofstream(path, std::ios_base::binary) << bytes;
     }
     static std::string Get(const std::string& path) {
-        std::ostringstream bytes;
-        bytes << std::ifstream(path, std::ios_base::binary).rdbuf();
-        return bytes.str();
+        std::ifstream file(path, std::ios_base::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    // The file `path` of a JSON text.
+    static void Build(const std::string& path, const std::string& json) {
+        Put("json", json);
+        ASSERT_EQ("", Zelsketch({"build", "json", path}).error);
     }
 
 private:
