@@ -1,6 +1,6 @@
 // Showing, converting, and what a person at a terminal sees.
 
-#include <regex>
+#include <algorithm>
 
 #include "Failure.h"
 #include "Files.h"
@@ -13,14 +13,16 @@ namespace {
 
 TEST_F(ToolTest, ShowExplains) {
     Build("f", R"({ "Header": { "Flags": 258, "CreationDate": 147622, "CreationTime": 3661,
-                                "ModifiedTime": -1, "CreatedBy": "\u20ac\u001b[31m" },
+                                "ModifiedTime": -1, "CreatedBy": "\u20ac\u0081\u001b[31m" },
                     "Definitions": [ { "AreaCode": "A", "Members": [ { "WallWidth": "0x7ff0000000000000",
                         "AreaName": { "text": "x", "count": 25, "behind": "ff" } } ] } ], "CutShort": 3 })");
-    const std::string page = std::regex_replace(Zelsketch({"show", "f"}).out, std::regex(" +"), " ");
+    std::string page = Zelsketch({"show", "f"}).out;
+    const auto areBlanks = [](char a, char b) { return a == ' ' && b == ' '; };
+    page.erase(std::unique(page.begin(), page.end(), areBlanks), page.end());
     for (const std::string expected :
          {"Flags 0x00000102 0x0100 CreatedByVersion and ModifiedByVersion follow; unknown bits 0x00000002",
           "CreationDate 147622 2004-03-05", "CreationTime 3661 01:01:01",
-          "ModifiedTime -1 (not a time of day)", "CreatedBy \"\u20ac\\x1b[31m\"", "Definitions[0].Members[0]",
+          "ModifiedTime -1 (not a time of day)", "CreatedBy \"\u20ac\\x81\\x1b[31m\"",
           "WallWidth inf 0x7ff0000000000000", "AreaName \"x\" (count 25) (1 byte behind the text)",
           "The file is cut short: it lacks at least 3 bytes at its end."})
         EXPECT_NE(std::string::npos, page.find(expected + '\n')) << expected << " in\n" << page;
