@@ -1,170 +1,127 @@
 #pragma once
 
 #include <windows.h>
+#include <oleauto.h>
 
-#include <comdef.h>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 
-#include "ZEL_BRU.h"
+#include "BRU_Store.h"
+#include "Bstr.h"
+#include "HexDump.h"
+#include "Object.h"
+#include "Variant.h"
+#include "ZEL_Definition.h"
 
 namespace zel {
 
-// Clients see the objects through the standard smart pointers.
-using StorePtr = _com_ptr_t<_com_IIID<IBRU_Store, &__uuidof(IBRU_Store)>>;
-using HeaderPtr = _com_ptr_t<_com_IIID<IZEL_Header, &__uuidof(IZEL_Header)>>;
-using CollectionPtr = _com_ptr_t<_com_IIID<IZEL_Collection, &__uuidof(IZEL_Collection)>>;
-using DefinitionPtr = _com_ptr_t<_com_IIID<IZEL_Definition, &__uuidof(IZEL_Definition)>>;
-using DispatchPtr = _com_ptr_t<_com_IIID<IDispatch, &__uuidof(IDispatch)>>;
-
-// The built module, as a client without registration loads it.
-class Server {
-public:
-    template <class Ptr>
-    static Ptr Create(REFCLSID clsid) {
-        _com_ptr_t<_com_IIID<IClassFactory, &__uuidof(IClassFactory)>> factory;
-        Ptr object;
-        Entry<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject")(
-            clsid, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory));
-        factory->CreateInstance(nullptr, __uuidof(typename Ptr::Interface),
-                                reinterpret_cast<void**>(&object));
-        return object;
-    }
-    static StorePtr NewStore() { return Create<StorePtr>(CLSID_BRU_Store); }
-    static HeaderPtr NewHeader() { return Create<HeaderPtr>(CLSID_ZEL_Header); }
-    static CollectionPtr NewCollection() { return Create<CollectionPtr>(CLSID_ZEL_Collection); }
-    static DefinitionPtr NewDefinition() { return Create<DefinitionPtr>(CLSID_ZEL_Definition); }
-
-    static bool CanUnload() { return Entry<HRESULT(WINAPI*)()>("DllCanUnloadNow")() == S_OK; }
-
-private:
-    template <class Function>
-    static Function Entry(const char* name) {
-        static const HMODULE module = LoadLibraryW(ZEL_MODULE);
-        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-    }
-};
-
-inline ULONG References(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
+inline ULONG References(IUnknown& object) {
+    object.AddRef();
+    return object.Release();
 }
 
-// A string argument that the caller keeps.
-class Text {
-public:
-    explicit Text(const wchar_t* text) : text_(SysAllocString(text)) {}
-    Text(const Text&) = delete;
-    ~Text() { SysFreeString(text_); }
-    operator BSTR() const { return text_; }
-
-private:
-    BSTR text_;
-};
-
-// A text property's value; `result` gets what the getter answered.
-template <class Interface>
-std::wstring Get(Interface* object, HRESULT (STDMETHODCALLTYPE Interface::*get)(BSTR*),
-                 HRESULT* result = nullptr) {
-    BSTR text = SysAllocString(L"previous");
-    const HRESULT answer = (object->*get)(&text);
-    if (result) *result = answer;
-    const std::wstring value(text, SysStringLen(text));
-    SysFreeString(text);
-    return value;
+// Calls as a script engine makes them: with one argument or none.
+inline HRESULT Call(IDispatch& object, const wchar_t* name, WORD flags, VARIANT* argument, VARIANT* value) {
+    auto* text = const_cast<wchar_t*>(name);
+    DISPID member = DISPID_UNKNOWN, put = DISPID_PROPERTYPUT;
+    object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &member);
+    const bool puts = flags & DISPATCH_PROPERTYPUT;
+    DISPPARAMS arguments{argument, puts ? &put : nullptr, argument ? 1u : 0u, puts ? 1u : 0u};
+    return object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, value, nullptr, nullptr);
 }
 
-template <class Interface, class Value>
-Value Get(Interface* object, HRESULT (STDMETHODCALLTYPE Interface::*get)(Value*)) {
-    Value value{};
-    EXPECT_EQ(S_OK, (object->*get)(&value));
-    return value;
+inline std::wstring AsText(Variant value) {
+    VariantChangeType(value.InOut(), value.InOut(), 0, VT_BSTR);
+    return {V_BSTR(&value.Get()), SysStringLen(V_BSTR(&value.Get()))};
 }
 
-// Plain VARIANTs: nobody owns what they refer to.
-inline VARIANT Int(LONG value, VARTYPE type = VT_I4) {
-    VARIANT variant;
-    VariantInit(&variant);
-    V_VT(&variant) = type;
-    V_I4(&variant) = value;
-    return variant;
+// A property of any type as text.
+inline std::wstring Get(IDispatch& object, const wchar_t* name) {
+    Variant value;
+    EXPECT_EQ(S_OK, Call(object, name, DISPATCH_PROPERTYGET, nullptr, value.Out())) << name;
+    return AsText(std::move(value));
 }
-inline VARIANT ObjectIn(IDispatch* object) {
-    VARIANT variant;
-    VariantInit(&variant);
-    V_VT(&variant) = VT_DISPATCH;
-    V_DISPATCH(&variant) = object;
-    return variant;
+inline void Put(IDispatch& object, const wchar_t* name, const std::wstring& text) {
+    const Bstr owner(text.c_str());
+    VARIANT value;
+    V_VT(&value) = VT_BSTR;
+    V_BSTR(&value) = owner.Get();
+    EXPECT_EQ(S_OK, Call(object, name, DISPATCH_PROPERTYPUT, &value, nullptr)) << name;
 }
 
-inline LONG Count(IZEL_Collection* items) { return Get(items, &IZEL_Collection::get_Count); }
-
-inline DefinitionPtr At(IZEL_Collection* items, LONG index) {
-    VARIANT item = Int(0, VT_EMPTY);
-    items->Item(Int(index), &item);
-    DefinitionPtr definition;
-    if (V_VT(&item) == VT_DISPATCH) definition = V_DISPATCH(&item);
-    VariantClear(&item);
+inline ComPtr<ZEL_Definition> AddNew(IZEL_Collection& items, const wchar_t* code) {
+    ComPtr<ZEL_Definition> definition = Make<ZEL_Definition>();
+    definition->put_AreaCode(Bstr(code).Get());
+    items.Add(Variant::Object(definition.Get()).Get());
     return definition;
 }
-
-// Adds a new definition with a code to a collection.
-inline DefinitionPtr AddNew(IZEL_Collection* items, const wchar_t* code) {
-    DefinitionPtr definition = Server::NewDefinition();
-    definition->put_AreaCode(Text(code));
-    items->Add(ObjectIn(definition));
-    return definition;
+inline ComPtr<ZEL_Collection> Numbers(LONG count) {
+    ComPtr<ZEL_Collection> items = Make<ZEL_Collection>();
+    for (LONG i = 0; i < count; ++i) items->Add(Variant::Int(i).Get());
+    return items;
 }
 
-inline CollectionPtr Members(IZEL_Definition* definition) {
-    CollectionPtr members;
-    definition->get_Members(&members);
-    return members;
-}
-inline CollectionPtr Definitions(IBRU_Store* store) {
-    CollectionPtr definitions;
-    store->get_Definitions(&definitions);
-    return definitions;
-}
-inline HeaderPtr Header(IBRU_Store* store) {
-    HeaderPtr header;
-    store->get_Header(&header);
-    return header;
-}
-
-// The codes below a collection: "GLA1(A B(C)) BSMT".
-inline std::wstring Tree(IZEL_Collection* items) {
+// The items of a collection: "GLA1(A B(C)) BSMT" for definitions of ours by code, "5" for a number.
+inline std::wstring Tree(IZEL_Collection& items) {
     std::wstring tree;
-    for (LONG i = 0; i < Count(items); ++i) {
-        const DefinitionPtr definition = At(items, i);
-        if (!tree.empty()) tree += L' ';
-        tree += definition ? Get(definition.GetInterfacePtr(), &IZEL_Definition::get_AreaCode) : L"?";
-        const std::wstring members = definition ? Tree(Members(definition)) : L"";
+    LONG count = 0;
+    items.get_Count(&count);
+    for (LONG i = 0; i < count; ++i) {
+        Variant item;
+        EXPECT_EQ(S_OK, items.Item(Variant::Int(i).Get(), item.Out()));
+        const bool isObject = item.Type() == VT_DISPATCH;
+        auto* definition = isObject ? static_cast<ZEL_Definition*>(V_DISPATCH(&item.Get())) : nullptr;
+        const std::wstring members = definition ? Tree(definition->Members()) : L"";
+        tree += (i > 0 ? L" " : L"") + (definition ? Get(*definition, L"AreaCode") : AsText(std::move(item)));
         if (!members.empty()) tree += L'(' + members + L')';
     }
     return tree;
 }
 
-// A file in the current folder that goes away with the test.
-class TemporaryFile {
-public:
-    TemporaryFile() : name_(L"store_test.tmp") { std::remove("store_test.tmp"); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    ~TemporaryFile() { std::remove("store_test.tmp"); }
+// A test with a file in the current folder, which goes away with it as all its objects must.
+class AutomationTest : public testing::Test {
+protected:
+    static constexpr wchar_t kFile[] = L"automation_test.tmp";
+    static constexpr wchar_t kMissing[] = L"no such folder\\no such file";
 
-    operator BSTR() const { return name_; }
-    std::string Bytes() const {
-        std::ifstream file("store_test.tmp", std::ios::binary);
+    void TearDown() override {
+        _wremove(kFile);
+        EXPECT_EQ(0, Module::LockCount());
+    }
+
+    static std::string FileBytes() {
+        std::ifstream file(kFile, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    void Write(const std::string& bytes) const { std::ofstream("store_test.tmp", std::ios::binary) << bytes; }
+    static void WriteFile(const std::string& bytes) { std::ofstream(kFile, std::ios::binary) << bytes; }
 
-private:
-    Text name_;
+    // What a load or save returned, and its `Result`.
+    using Outcome = std::pair<HRESULT, LONG>;
+    static constexpr Outcome kDone{0, 0}, kNotOpened{1, 0}, kVersionRefused{1, 1};
+
+    // A new store and its live objects.
+    struct Store {
+        Store() {
+            object->get_Header(header.Out());
+            object->get_Definitions(definitions.Out());
+        }
+        Outcome Load(const std::wstring& path = kFile) { return Run(&IBRU_Store::LoadFromFile, path); }
+        Outcome Save(const std::wstring& path = kFile) { return Run(&IBRU_Store::SaveToFile, path); }
+        Outcome Run(HRESULT (STDMETHODCALLTYPE IBRU_Store::*operation)(BSTR, LONG*),
+                    const std::wstring& path) {
+            LONG result = -1;
+            const HRESULT returned = (object.Get()->*operation)(Bstr(path.c_str()).Get(), &result);
+            return {returned, result};
+        }
+
+        ComPtr<BRU_Store> object = Make<BRU_Store>();
+        ComPtr<IZEL_Header> header;
+        ComPtr<IZEL_Collection> definitions;
+    };
 };
 
 }  // namespace zel

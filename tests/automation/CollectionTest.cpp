@@ -3,115 +3,99 @@
 namespace zel {
 namespace {
 
-CollectionPtr Numbers(int count) {
-    CollectionPtr items = Server::NewCollection();
-    for (int i = 0; i < count; ++i) items->Add(Int(i));
-    return items;
+using Collection = AutomationTest;
+
+// A value whose type may have fewer bits; the others are there all the same.
+VARIANT Typed(VARTYPE type, ULONG word) {
+    VARIANT variant = Variant::UnsignedInt(word).Get();
+    V_VT(&variant) = type;
+    return variant;
 }
 
-std::vector<LONG> Values(IZEL_Collection* items) {
-    std::vector<LONG> values;
-    for (LONG i = 0; i < Count(items); ++i) {
-        VARIANT item = Int(0, VT_EMPTY);
-        EXPECT_EQ(S_OK, items->Item(Int(i), &item));
-        values.push_back(V_I4(&item));
+TEST_F(Collection, PositionsAreTheFirst32BitsOfAnyType) {
+    const auto items = Numbers(2);
+    for (const VARIANT& beyond : {Typed(VT_I4, 2), Typed(VT_I4, 0xffffffff), Typed(VT_BSTR, 2)}) {
+        Variant item = Variant::Int(77);
+        EXPECT_EQ(S_OK, items->Item(beyond, item.InOut()));
+        EXPECT_EQ(L"77", AsText(std::move(item)));
+        EXPECT_EQ(S_OK, items->Remove(beyond));
     }
-    return values;
-}
-
-TEST(Collection, PositionsOutOfRangeDoNothing) {
-    const CollectionPtr items = Numbers(2);
-    VARIANT text;
-    V_VT(&text) = VT_BSTR;
-    V_BSTR(&text) = SysAllocString(L"0");
-    for (const VARIANT& index : {Int(2), Int(-1), Int(2, VT_UI4), text}) {
-        VARIANT item = Int(77);
-        EXPECT_EQ(S_OK, items->Item(index, &item));
-        EXPECT_EQ(77, V_I4(&item));
-        EXPECT_EQ(S_OK, items->Remove(index));
-    }
-    SysFreeString(V_BSTR(&text));
-    EXPECT_EQ(S_OK, items->Item(Int(0), nullptr));
+    EXPECT_EQ(S_OK, items->Item(Typed(VT_I4, 0), nullptr));
     EXPECT_EQ(S_OK, items->get_Count(nullptr));
     EXPECT_EQ(S_OK, items->Copy(nullptr));
-    EXPECT_EQ(2, Count(items));
-    // The type of an index does not matter, only its first 32 bits do.
-    VARIANT item = Int(0, VT_EMPTY);
-    EXPECT_EQ(S_OK, items->Item(Int(1, VT_BOOL), &item));
-    EXPECT_EQ(1, V_I4(&item));
+    EXPECT_EQ(L"0 1", Tree(*items));
+    EXPECT_EQ(S_OK, items->Remove(Typed(VT_BOOL, 1)));
+    EXPECT_EQ(L"0", Tree(*items));
 }
 
-TEST(Collection, RemovalKeepsTheOrder) {
-    const CollectionPtr items = Numbers(7);
-    for (const LONG position : {3, 0, 0, 2, 3}) items->Remove(Int(position));
-    EXPECT_EQ((std::vector<LONG>{2, 4, 6}), Values(items));
-    items->Remove(Int(0, VT_UI4));
-    items->Add(Int(9));
-    EXPECT_EQ((std::vector<LONG>{4, 6, 9}), Values(items));
-    while (Count(items) > 0) items->Remove(Int(0));
-    items->Remove(Int(0));
-    EXPECT_EQ(0, Count(items));
+TEST_F(Collection, RemovalKeepsTheOrder) {
+    const auto items = Numbers(7);
+    for (const ULONG position : {3, 0, 0, 2, 3}) items->Remove(Typed(VT_UI4, position));
+    EXPECT_EQ(L"2 4 6", Tree(*items));
+    for (int i = 0; i < 4; ++i) items->Remove(Typed(VT_UI4, 0));
+    EXPECT_EQ(L"", Tree(*items));
 }
 
-TEST(Collection, OwnsWhatItHolds) {
-    const DefinitionPtr object = Server::NewDefinition();
-    {
-        const CollectionPtr items = Server::NewCollection();
-        items->Add(ObjectIn(object));
-        items->Add(ObjectIn(object));
-        EXPECT_EQ(3u, References(object));
-        VARIANT item = ObjectIn(object);
-        object->AddRef();
-        items->Item(Int(0), &item);  // releases what the place held
-        EXPECT_EQ(4u, References(object));
-        VariantClear(&item);
-        items->Remove(Int(0));
-        EXPECT_EQ(2u, References(object));
-    }
-    EXPECT_EQ(1u, References(object));
-    // What a value refers to is stored, never the reference.
-    const CollectionPtr items = Server::NewCollection();
-    LONG local = 5;
-    VARIANT reference = Int(0, VT_BYREF | VT_I4);
-    V_I4REF(&reference) = &local;
-    items->Add(reference);
-    local = 6;
-    EXPECT_EQ((std::vector<LONG>{5}), Values(items));
-}
-
-TEST(Collection, CopySharesItemsAndKeepsAReferenceToTheLast) {
-    const CollectionPtr from = Server::NewCollection(), to = Numbers(3);
-    const DefinitionPtr first = Server::NewDefinition(), last = Server::NewDefinition();
-    from->Add(ObjectIn(first));
-    from->Add(ObjectIn(last));
-    EXPECT_EQ(S_OK, to->Copy(from));
-    EXPECT_EQ(2, Count(to));
-    EXPECT_EQ(3u, References(first));
-    EXPECT_EQ(4u, References(last));
+TEST_F(Collection, CopySharesItemsAndKeepsAReferenceToTheLast) {
+    const auto from = Make<ZEL_Collection>(), to = Numbers(3);
+    const auto first = AddNew(*from, L"A"), last = AddNew(*from, L"B");
+    EXPECT_EQ(2u, References(*first));
+    EXPECT_EQ(S_OK, to->Copy(from.Get()));
+    EXPECT_EQ(3u, References(*first));
+    EXPECT_EQ(4u, References(*last));
     last->Release();  // the one that stays
-    EXPECT_EQ(S_OK, to->Copy(to));
-    EXPECT_EQ(2, Count(to));
-    EXPECT_EQ(3u, References(last));
-    EXPECT_EQ(S_OK, to->Copy(Server::NewCollection()));
-    EXPECT_EQ(0, Count(to));
-    EXPECT_EQ(2u, References(last));
+    EXPECT_EQ(S_OK, to->Copy(to.Get()));
+    EXPECT_EQ(L"A B", Tree(*to));
+    EXPECT_EQ(S_OK, to->Copy(Numbers(0).Get()));
+    EXPECT_EQ(L"", Tree(*to));
+    Variant item = Variant::Object(last.Get());
+    from->Item(Typed(VT_I4, 0), item.InOut());  // releases what the place held
+    from->Remove(Typed(VT_I4, 0));
+    EXPECT_EQ(2u, References(*first));
+    EXPECT_EQ(2u, References(*last));
 }
 
-TEST(Collection, EnumeratesASnapshot) {
-    const CollectionPtr items = Numbers(2);
-    IUnknown* unknown = nullptr;
-    ASSERT_EQ(S_OK, items->get__NewEnum(&unknown));
-    _com_ptr_t<_com_IIID<IEnumVARIANT, &__uuidof(IEnumVARIANT)>> enumerator(unknown);
-    unknown->Release();
-    items->Add(Int(2));
-    items->Remove(Int(0));
+TEST_F(Collection, EnumeratesASnapshot) {
+    const auto items = Numbers(2);
+    Variant enumerator;
     VARIANT values[3];
     ULONG fetched = 0;
-    EXPECT_EQ(S_FALSE, enumerator->Next(3, values, &fetched));
-    ASSERT_EQ(2u, fetched);
+    ASSERT_EQ(S_OK, Call(*items, L"_NewEnum", DISPATCH_METHOD, nullptr, enumerator.Out()));
+    items->Add(Typed(VT_I4, 2));
+    items->Remove(Typed(VT_I4, 0));
+    const auto walk = ComPtr<IUnknown>(V_UNKNOWN(&enumerator.Get())).As<IEnumVARIANT>();
+    EXPECT_EQ(S_FALSE, walk->Next(3, values, &fetched));
+    EXPECT_EQ(2u, fetched);
     EXPECT_EQ(0, V_I4(&values[0]));
-    EXPECT_EQ(1, V_I4(&values[1]));
     EXPECT_EQ(E_POINTER, items->get__NewEnum(nullptr));
+}
+
+TEST_F(Collection, LateBoundPositionsMeanWhatTheScriptSays) {
+    const auto items = Numbers(3);
+    VARIANT variable = Typed(VT_I4, 1), reference = Typed(VT_BYREF | VT_VARIANT, 0);
+    V_VARIANTREF(&reference) = &variable;
+    struct Case {
+        const char* name;
+        VARIANT index;
+        WORD flags;
+        const wchar_t* expected;
+    };
+    for (const Case& c : {Case{"a variable", reference, DISPATCH_METHOD, L"1"},
+                          {"a small literal", Typed(VT_I2, 0x7ead0002), DISPATCH_METHOD, L"2"},
+                          {"a byte", Typed(VT_UI1, 0x7ead0001), DISPATCH_METHOD, L"1"},
+                          {"a negative literal", Typed(VT_I2, 0x0000ffff), DISPATCH_METHOD, L""},
+                          {"2.0", Typed(VT_R4, 0x40000000), DISPATCH_METHOD, L"2"},
+                          {"1e10, beyond all positions", Typed(VT_R4, 0x501502f9), DISPATCH_METHOD, L""},
+                          {"got instead of called", Typed(VT_I4, 0), DISPATCH_PROPERTYGET, L"0"}}) {
+        Variant value;
+        VARIANT index = c.index;
+        EXPECT_EQ(S_OK, Call(*items, L"Item", c.flags, &index, value.Out())) << c.name;
+        EXPECT_EQ(c.expected, AsText(std::move(value))) << c.name;
+    }
+    EXPECT_EQ(S_OK, Call(*items, L"Remove", DISPATCH_METHOD, &reference, nullptr));
+    EXPECT_EQ(S_OK, Call(*items, L"Add", DISPATCH_METHOD, &reference, nullptr));
+    variable = Typed(VT_I4, 99);  // what a reference refers to was added, not the reference
+    EXPECT_EQ(L"0 2 1", Tree(*items));
 }
 
 }  // namespace

@@ -1,66 +1,102 @@
-#include "Foreign.h"
+#include <gmock/internal/gmock-pp.h>
 
-#include "HexDump.h"
+#include <vector>
+
+#include "Client.h"
 
 namespace zel {
 namespace {
 
-TEST(ForeignObjects, HeaderThatRefusesLeavesDefaults) {
-    const StorePtr store = Server::NewStore();
-    ForeignHeader header;
-    EXPECT_EQ(S_OK, store->put_Header(&header));
-    EXPECT_EQ(1u, header.references);
-    IZEL_Header* live = Header(store);
-    EXPECT_EQ(L"client", Get(live, &IZEL_Header::get_CreatedBy));
-    EXPECT_EQ(L"", Get(live, &IZEL_Header::get_CreatedByVersion));
-    EXPECT_EQ(L"TRN4WIN", Get(live, &IZEL_Header::get_Signature));
-    EXPECT_EQ(5, Get(live, &IZEL_Header::get_Type));
-    EXPECT_EQ(272, Get(live, &IZEL_Header::get_Flags));
-    EXPECT_EQ(0, Get(live, &IZEL_Header::get_FileVersion));
-}
+using ForeignObjects = AutomationTest;
 
-TEST(ForeignObjects, DefinitionsAreSavedAtEveryDepth) {
-    const TemporaryFile file;
-    ForeignDefinition inner(L"INNER"), outer(L"OUTER");
-    ForeignHeader noDefinition;
-    ForeignCollection members({&noDefinition, &inner}), roots({&outer});
-    outer.members = &members;
-    {
-        const StorePtr store = Server::NewStore();
-        EXPECT_EQ(S_OK, store->put_Definitions(&roots));
-        EXPECT_EQ(VT_UI4, roots.indexType);
-        const DefinitionPtr own = AddNew(Definitions(store), L"OWN");
-        EXPECT_EQ(S_OK, own->put_Members(&members));
-        LONG result;
-        EXPECT_EQ(S_OK, store->SaveToFile(file, &result));
-        EXPECT_EQ(VT_I4, members.indexType);
-        const StorePtr other = Server::NewStore();
-        EXPECT_EQ(S_OK, other->LoadFromFile(file, &result));
-        EXPECT_EQ(L"OUTER(INNER) OWN(INNER)", Tree(Definitions(other)));
+// A client's own implementations of the interfaces. ZEL_REFUSE(type, names...): properties that can be
+// neither got nor put.
+template <class Interface>
+using Foreign = Object<Interfaces<Interface, IDispatch>, Dispatch<Interface>>;
+
+#define ZEL_REFUSE_PROPERTY(index, type, name)                    \
+    STDMETHODIMP get_##name(type*) override { return E_NOTIMPL; } \
+    STDMETHODIMP put_##name(type) override { return E_NOTIMPL; }
+#define ZEL_REFUSE(type, ...) GMOCK_PP_FOR_EACH(ZEL_REFUSE_PROPERTY, type, (__VA_ARGS__))
+
+struct ForeignHeader : Foreign<IZEL_Header> {
+    ZEL_REFUSE(unsigned char, TarnVersion, FileVersion, Type)
+    ZEL_REFUSE(LONG, CreationDate, CreationTime, Flags, ModifiedDate, ModifiedTime)
+    ZEL_REFUSE(BSTR, CreatedBy, CreatedByVersion, LastModifiedBy, ModifiedByVersion)
+    ZEL_REFUSE(BSTR, ProgramVersionSignature, Signature)
+};
+
+// Holds the given objects; notes the type of the positions it is asked for.
+struct ForeignCollection : Foreign<IZEL_Collection> {
+    STDMETHODIMP Item(VARIANT index, VARIANT* pItem) override {
+        indexType = V_VT(&index);
+        return CopyVariant(pItem, Variant::Object(items.at(V_UI4(&index))).Get());
     }
-    // Each collection that copied kept one reference to the last item it fetched.
-    EXPECT_EQ(2u, outer.references);
-    EXPECT_EQ(2u, inner.references);
-    EXPECT_EQ(1u, noDefinition.references);
-    EXPECT_EQ(1u, members.references);
-    EXPECT_EQ(1u, roots.references);
+    STDMETHODIMP get_Count(LONG* pVal) override {
+        *pVal = static_cast<LONG>(items.size());
+        return S_OK;
+    }
+    STDMETHODIMP get__NewEnum(IUnknown**) override { return E_NOTIMPL; }
+    STDMETHODIMP Add(VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP Remove(VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP Copy(IZEL_Collection*) override { return E_NOTIMPL; }
+
+    std::vector<IDispatch*> items;
+    VARTYPE indexType = VT_EMPTY;
+};
+
+// Has a code and members, and refuses the rest.
+struct ForeignDefinition : Foreign<IZEL_Definition> {
+    STDMETHODIMP get_AreaCode(BSTR* pVal) override { return SysReAllocString(pVal, L"FOREIGN"); }
+    STDMETHODIMP put_AreaCode(BSTR) override { return E_NOTIMPL; }
+    STDMETHODIMP get_Members(IZEL_Collection** pVal) override {
+        members.CopyTo(pVal);
+        return S_OK;
+    }
+    STDMETHODIMP put_Members(IZEL_Collection*) override { return E_NOTIMPL; }
+    ZEL_REFUSE(unsigned char, CalcType, DimensionType, Hidden, PostArea, PostDescription)
+    ZEL_REFUSE(unsigned short, FillColor, FillPattern, LineColor)
+    ZEL_REFUSE(double, Multiplier, WallHeight, WallWidth)
+    ZEL_REFUSE(BSTR, AreaDescription, AreaName, SegmentStyle, SubtractAreaCode)
+
+    ComPtr<ForeignCollection> members = Make<ForeignCollection>();
+};
+
+TEST_F(ForeignObjects, HeaderThatRefusesLeavesDefaults) {
+    Store store;
+    const auto header = Make<ForeignHeader>();
+    store.header->put_Type(1);
+    EXPECT_EQ(S_OK, store.object->put_Header(header.Get()));
+    EXPECT_EQ(L"0", Get(*store.header, L"Type"));
+    EXPECT_EQ(L"272", Get(*store.header, L"Flags"));
+    EXPECT_EQ(L"TRN4WIN", Get(*store.header, L"Signature"));
 }
 
-TEST(ForeignObjects, DefinitionAmongItsDescendantsIsSavedOnce) {
-    const TemporaryFile file;
-    const StorePtr store = Server::NewStore();
-    const DefinitionPtr a = AddNew(Definitions(store), L"A");
-    const DefinitionPtr b = AddNew(Members(a), L"B");
-    Members(b)->Add(ObjectIn(a));
-    AddNew(Members(b), L"C");
-    Definitions(store)->Add(ObjectIn(b));
-    LONG result;
-    EXPECT_EQ(S_OK, store->SaveToFile(file, &result));
-    const StorePtr other = Server::NewStore();
-    EXPECT_EQ(S_OK, other->LoadFromFile(file, &result));
-    EXPECT_EQ(L"A(B(C)) B(A C)", Tree(Definitions(other)));
-    // The circle would keep itself alive.
-    Members(b)->Remove(Int(0));
+TEST_F(ForeignObjects, DefinitionsAreSavedAtEveryDepth) {
+    Store store, other;
+    const auto noDefinition = Make<ForeignHeader>();
+    const auto inner = Make<ForeignDefinition>(), outer = Make<ForeignDefinition>();
+    outer->members->items = {noDefinition.Get(), nullptr, inner.Get()};
+    EXPECT_EQ(S_OK, store.object->put_Definitions(outer->members.Get()));
+    inner->Release();  // the reference that copying leaves
+    EXPECT_EQ(VT_UI4, outer->members->indexType);
+    store.definitions->Add(Variant::Object(outer.Get()).Get());
+    EXPECT_EQ(kDone, store.Save());
+    EXPECT_EQ(VT_I4, outer->members->indexType);
+    EXPECT_EQ(kDone, other.Load());
+    EXPECT_EQ(L"FOREIGN FOREIGN(FOREIGN)", Tree(*other.definitions));
+}
+
+TEST_F(ForeignObjects, DefinitionAmongItsDescendantsIsSavedOnce) {
+    Store store, other;
+    const auto a = AddNew(*store.definitions, L"A"), b = AddNew(a->Members(), L"B");
+    b->Members().Add(Variant::Object(a.Get()).Get());
+    AddNew(b->Members(), L"C");
+    store.definitions->Add(Variant::Object(b.Get()).Get());
+    EXPECT_EQ(kDone, store.Save());
+    EXPECT_EQ(kDone, other.Load());
+    EXPECT_EQ(L"A(B(C)) B(A C)", Tree(*other.definitions));
+    b->Members().Remove(Variant::Int(0).Get());  // the circle would keep itself alive
 }
 
 }  // namespace

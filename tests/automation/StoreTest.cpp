@@ -1,235 +1,164 @@
+#include <functional>
+
 #include "Client.h"
-#include "HexDump.h"
+#include "ScarceMemory.h"
+#include "SmallStack.h"
 
 namespace zel {
 namespace {
 
+using StoreTest = AutomationTest;
+
 // A header of version v with both optional sections, as a fresh store writes it.
-std::string FreshHeader(int version) {
+std::string FreshHeader(char version) {
     std::string header = Hex("07 'TRN4WIN' 00*3 40 10 01 00*2 00 00 00*89");
-    header[17] = static_cast<char>(version);
+    header[17] = version;
     return header;
 }
 
-struct Outcome {
-    HRESULT returned;
-    LONG result;
-    bool operator==(const Outcome& other) const {
-        return returned == other.returned && result == other.result;
-    }
-};
-void PrintTo(const Outcome& outcome, std::ostream* stream) {
-    *stream << "returned " << outcome.returned << ", Result " << outcome.result;
+TEST_F(StoreTest, FreshOneSavesAnEmptyFileOfVersion5) {
+    Store store;
+    EXPECT_EQ(kDone, store.Load(kMissing));
+    EXPECT_EQ(kDone, store.Save());
+    EXPECT_TRUE(SameBytes(FreshHeader(5) + Hex("00 00*4 01 00"), FileBytes()));
 }
 
-Outcome Load(IBRU_Store* store, BSTR path) {
-    Outcome outcome{-1, -1};
-    outcome.returned = store->LoadFromFile(path, &outcome.result);
-    return outcome;
-}
-Outcome Save(IBRU_Store* store, BSTR path) {
-    Outcome outcome{-1, -1};
-    outcome.returned = store->SaveToFile(path, &outcome.result);
-    return outcome;
-}
-
-const Outcome kDone{0, 0}, kNothingDone{1, 0}, kVersionRefused{1, 1};
-const Text kMissing(L"no such folder\\no such file");
-
-TEST(Store, FreshOneSavesAnEmptyFileOfVersion5) {
-    const TemporaryFile file;
-    const StorePtr store = Server::NewStore();
-    EXPECT_EQ(5, Get(Header(store).GetInterfacePtr(), &IZEL_Header::get_FileVersion));
-    EXPECT_EQ(kDone, Load(store, kMissing));
-    EXPECT_EQ(0, Count(Definitions(store)));
-    EXPECT_EQ(kDone, Save(store, file));
-    EXPECT_TRUE(SameBytes(FreshHeader(5) + Hex("00 00*4 01 00"), file.Bytes()));
-}
-
-TEST(Store, SavesWhatEachVersionHolds) {
+TEST_F(StoreTest, SavesAndLoadsWhatEachVersionHolds) {
     struct Case {
-        unsigned char version;
-        std::string trailer, hidden, subtract;
+        char version;
+        const char *trailer, *definitionEnd;
+        const wchar_t* typeAfterwards;
     };
-    for (const Case& c : {Case{1, "", "", ""},
-                          {2, "", "07", ""},
-                          {3, "", "07", "06 01 'S'"},
-                          {4, "03", "07", "06 01 'S'"},
-                          {5, "03 04 03 02 01", "07", "06 01 'S'"}}) {
-        const TemporaryFile file;
-        const StorePtr store = Server::NewStore();
-        Header(store)->put_FileVersion(c.version);
-        store->put_DefinitionType(3);
-        store->put_Flags(0x01020304);
-        const DefinitionPtr definition = AddNew(Definitions(store), L"GLA1");
+    for (const Case& c : {Case{1, "", "", L"9"},
+                          {2, "", "07", L"9"},
+                          {3, "", "07 06 01 'S'", L"9"},
+                          {4, "03", "07 06 01 'S'", L"3"}}) {
+        Store store;
+        store.header->put_FileVersion(c.version);
+        store.object->put_DefinitionType(3);
+        const auto definition = AddNew(*store.definitions, L"GLA1");
         definition->put_Hidden(7);
-        definition->put_SubtractAreaCode(Text(L"S"));
-        AddNew(Members(definition), L"M")->put_Hidden(7);
-        Definitions(store)->Add(Int(5));
-        EXPECT_EQ(kDone, Save(store, file));
-        const std::string member =
-            Hex("06 01 'M' 00*109 " + c.hidden) + (c.version < 3 ? "" : Hex("06 00")) + Hex("01 00");
-        EXPECT_TRUE(SameBytes(FreshHeader(c.version) +
-                                  Hex(c.trailer + " 01 06 04 'GLA1' 00*109 " + c.hidden + " " + c.subtract) +
-                                  Hex("01") + member + Hex("00 00"),
-                              file.Bytes()));
-
-        const StorePtr other = Server::NewStore();
-        other->put_DefinitionType(9);
-        other->put_Flags(10);
-        EXPECT_EQ(kDone, Load(other, file));
-        EXPECT_EQ(L"GLA1(M)", Tree(Definitions(other)));
-        EXPECT_EQ(c.version >= 4 ? 3 : 9, Get(other.GetInterfacePtr(), &IBRU_Store::get_DefinitionType));
-        EXPECT_EQ(c.version >= 5 ? 0x01020304 : 10, Get(other.GetInterfacePtr(), &IBRU_Store::get_Flags));
+        Put(*definition, L"SubtractAreaCode", L"S");
+        store.definitions->Add(Variant::Int(5).Get());
+        EXPECT_EQ(kDone, store.Save());
+        const std::string list = std::string(" 01 06 04 'GLA1' 00*109 ") + c.definitionEnd + " 01 00 00";
+        EXPECT_TRUE(SameBytes(FreshHeader(c.version) + Hex(c.trailer + list), FileBytes()));
+        store.object->put_DefinitionType(9);
+        EXPECT_EQ(kDone, store.Load());
+        EXPECT_EQ(c.typeAfterwards, Get(*store.object, L"DefinitionType"));
     }
 }
 
-TEST(Store, RefusesVersionsAndKeepsTheOneItRefused) {
-    struct Case {
-        unsigned char version;
-        Outcome save, loadOfNothingAfterwards;
-    };
-    for (const Case& c : {Case{0, kVersionRefused, kDone},
-                          {1, kDone, kDone},
-                          {5, kDone, kDone},
-                          {6, kVersionRefused, kVersionRefused},
-                          {255, kVersionRefused, kVersionRefused}}) {
-        const TemporaryFile file;
-        file.Write("untouched");
-        const StorePtr store = Server::NewStore();
-        Header(store)->put_FileVersion(c.version);
-        AddNew(Definitions(store), L"KEPT");
-        EXPECT_EQ(c.save, Save(store, file)) << int{c.version};
-        EXPECT_EQ(c.save == kVersionRefused, file.Bytes() == "untouched") << int{c.version};
-        EXPECT_EQ(c.loadOfNothingAfterwards, Load(store, kMissing)) << int{c.version};
-        EXPECT_EQ(L"KEPT", Tree(Definitions(store))) << int{c.version};
-        EXPECT_EQ(c.version, Get(Header(store).GetInterfacePtr(), &IZEL_Header::get_FileVersion));
+TEST_F(StoreTest, SaveRefusesVersionsAndKeepsTheOneItRefused) {
+    for (const unsigned char version : {0, 6, 255}) {
+        Store store;
+        WriteFile("untouched");
+        store.header->put_FileVersion(version);
+        EXPECT_EQ(kVersionRefused, store.Save());
+        EXPECT_EQ("untouched", FileBytes());
+        EXPECT_EQ(version == 0 ? kDone : kVersionRefused, store.Load(kMissing));
+        EXPECT_EQ(version == 0 ? S_OK : S_FALSE, store.object->LoadFromFile(nullptr, nullptr));
+        EXPECT_EQ(S_FALSE, store.object->SaveToFile(nullptr, nullptr));
     }
 }
 
-TEST(Store, LoadJudgesByTheVersionAlone) {
-    const std::string record = Hex("06 01 'A' 00*109 01 00");
+TEST_F(StoreTest, LoadJudgesByTheVersionAlone) {
+    const std::string list = Hex("01 06 01 'A' 00*109 01 00");
     struct Case {
-        const char* name;
         std::string bytes;
         Outcome load;
         const wchar_t* tree;
     };
-    for (const Case& c :
-         {Case{"version 0", FreshHeader(0) + Hex("01") + record + Hex("00"), kDone, L"A"},
-          {"version 6", FreshHeader(6) + Hex("01") + record + Hex("00"), kVersionRefused, L"OLD"},
-          {"list not closed", FreshHeader(0) + Hex("01") + record, kDone, L"A"},
-          {"cut in a record", FreshHeader(0) + Hex("01") + record + Hex("06 02 'B'"), kDone, L"A B"},
-          {"no list", FreshHeader(0), kDone, L""},
-          {"an empty file keeps the version that was there", "", kDone, L""}}) {
-        const TemporaryFile file;
-        file.Write(c.bytes);
-        const StorePtr store = Server::NewStore();
-        AddNew(Definitions(store), L"OLD");
-        EXPECT_EQ(c.load, Load(store, file)) << c.name;
-        EXPECT_EQ(c.tree, Tree(Definitions(store))) << c.name;
+    for (const Case& c : {Case{FreshHeader(0) + list + Hex("00"), kDone, L"A"},
+                          {FreshHeader(6) + list + Hex("00"), kVersionRefused, L"OLD"},
+                          {FreshHeader(0) + list + Hex("06 02 'B'"), kDone, L"A B"},
+                          {"", kDone, L""}}) {
+        WriteFile(c.bytes);
+        Store store;
+        AddNew(*store.definitions, L"OLD");
+        EXPECT_EQ(c.load, store.Load()) << c.bytes.size();
+        EXPECT_EQ(c.tree, Tree(*store.definitions)) << c.bytes.size();
     }
 }
 
-TEST(Store, ReloadOfAMissingFileDiscardsEdits) {
-    const TemporaryFile file;
-    const StorePtr store = Server::NewStore();
-    AddNew(Definitions(store), L"SAVED");
-    EXPECT_EQ(kDone, Save(store, file));
-    AddNew(Definitions(store), L"EDITED");
-    Header(store)->put_Type(9);
-    EXPECT_EQ(kDone, Load(store, kMissing));
-    EXPECT_EQ(L"SAVED", Tree(Definitions(store)));
-    EXPECT_EQ(0, Get(Header(store).GetInterfacePtr(), &IZEL_Header::get_Type));
+TEST_F(StoreTest, LoadOfAMissingFileDiscardsEdits) {
+    Store store;
+    AddNew(*store.definitions, L"SAVED");
+    EXPECT_EQ(kDone, store.Save());
+    AddNew(*store.definitions, L"EDITED");
+    store.header->put_Type(9);
+    EXPECT_EQ(kDone, store.Load(kMissing));
+    EXPECT_EQ(L"SAVED", Tree(*store.definitions));
+    EXPECT_EQ(L"0", Get(*store.header, L"Type"));
 }
 
-TEST(Store, NullPointersAndPathsThatDoNotOpen) {
-    const StorePtr store = Server::NewStore();
-    EXPECT_EQ(1, store->get_Header(nullptr));
-    EXPECT_EQ(1, store->put_Header(nullptr));
-    EXPECT_EQ(1, store->get_Definitions(nullptr));
-    EXPECT_EQ(1, store->put_Definitions(nullptr));
-    EXPECT_EQ(1, store->get_DefinitionType(nullptr));
-    EXPECT_EQ(1, store->get_Flags(nullptr));
-    EXPECT_EQ(0, store->LoadFromFile(nullptr, nullptr));
-    EXPECT_EQ(1, store->SaveToFile(nullptr, nullptr));
-    EXPECT_EQ(kNothingDone, Save(store, kMissing));
-    // A name that the C library cannot convert names no file, not the part of it that could be converted.
-    const TemporaryFile file;
-    EXPECT_EQ(kNothingDone, Save(store, Text(L"store_test.tmp\x4e2d")));
-    EXPECT_EQ("", file.Bytes());
-    // A name ends at its first NUL, whatever the string's own length.
-    EXPECT_EQ(kDone, Save(store, Text(L"store_test.tmp")));
-    Header(store)->put_FileVersion(6);
-    EXPECT_EQ(1, store->SaveToFile(nullptr, nullptr));
-    EXPECT_EQ(1, store->LoadFromFile(nullptr, nullptr));
+TEST_F(StoreTest, PathThatCannotBeConvertedNamesNoFile) {
+    Store store;
+    EXPECT_EQ(kNotOpened, store.Save(kMissing));
+    EXPECT_EQ(kNotOpened, store.Save(std::wstring(kFile) + L'\x4e2d'));
+    EXPECT_EQ("", FileBytes());
 }
 
-TEST(Store, PutsCopyTheHeaderAndShareTheDefinitions) {
-    const StorePtr store = Server::NewStore();
-    const HeaderPtr header = Server::NewHeader();
-    header->put_CreatedBy(Text(L"Anna"));
-    EXPECT_EQ(0, store->put_Header(header));
-    header->put_CreatedBy(Text(L"Berta"));
-    EXPECT_EQ(L"Anna", Get(Header(store).GetInterfacePtr(), &IZEL_Header::get_CreatedBy));
-    EXPECT_EQ(1u, References(header));
-
-    const CollectionPtr given = Server::NewCollection();
-    const DefinitionPtr shared = AddNew(given, L"SHARED");
-    AddNew(Definitions(store), L"GONE");
-    EXPECT_EQ(0, store->put_Definitions(given));
-    shared->put_AreaCode(Text(L"EDITED"));
-    EXPECT_EQ(L"EDITED", Tree(Definitions(store)));
-    shared->Release();  // the reference that copying leaves
-    EXPECT_EQ(Definitions(store).GetInterfacePtr(), Definitions(store).GetInterfacePtr());
+TEST_F(StoreTest, ObjectsOutliveItAndHoldTheModule) {
+    Store store;
+    const auto inner = AddNew(AddNew(*store.definitions, L"A")->Members(), L"B");
+    EXPECT_EQ(7, Module::LockCount());  // the store, the header, both definitions and three collections
+    store.object.Reset();
+    store.definitions.Reset();
+    EXPECT_EQ(1u, References(*store.header));
+    EXPECT_EQ(L"B", Get(*inner, L"AreaCode"));
+    EXPECT_EQ(3, Module::LockCount());
 }
 
-TEST(Store, EveryObjectHoldsTheModule) {
-    EXPECT_TRUE(Server::CanUnload());
-    const TemporaryFile file;
-    StorePtr store = Server::NewStore();
-    AddNew(Members(AddNew(Definitions(store), L"A")), L"B");
-    EXPECT_EQ(kDone, Save(store, file));
-    EXPECT_EQ(kDone, Load(store, file));
-    // What the store made outlives it on the references of clients.
-    HeaderPtr header = Header(store);
-    DefinitionPtr inner = At(Members(At(Definitions(store), 0)), 0);
-    store = nullptr;
-    EXPECT_EQ(1u, References(header));
-    EXPECT_EQ(1u, References(inner));
-    EXPECT_EQ(L"B", Get(inner.GetInterfacePtr(), &IZEL_Definition::get_AreaCode));
-    header = nullptr;
-    EXPECT_FALSE(Server::CanUnload());
-    inner = nullptr;
-    EXPECT_TRUE(Server::CanUnload());
-}
-
-// A chain of members deeper than any call stack is published, gathered, edited and released.
-DWORD WINAPI NestDeep(void*) {
+// A chain of members deeper than any call stack is published, gathered, published again and released.
+TEST_F(StoreTest, DepthCostsNoStack) {
     constexpr int kDepth = 100000;
-    const TemporaryFile file;
+    const std::string level = Hex("06 01 'A' 00*110 06 00 01");
     std::string bytes = FreshHeader(5) + Hex("00*5 01");
-    for (int i = 0; i < kDepth; ++i) bytes += Hex("06 01 'A' 00*110 06 00 01");
+    for (int i = 0; i < kDepth; ++i) bytes += level;
     bytes.append(kDepth + 1, '\0');
-    file.Write(bytes);
-    StorePtr store = Server::NewStore();
-    EXPECT_EQ(kDone, Load(store, file));
-    EXPECT_EQ(kDone, Load(store, file));
-    EXPECT_EQ(kDone, Save(store, file));
-    EXPECT_TRUE(file.Bytes() == bytes);
-    DefinitionPtr kept = At(Members(At(Definitions(store), 0)), 0);
-    store = nullptr;
-    EXPECT_EQ(1u, References(kept));
-    kept = nullptr;
-    EXPECT_TRUE(Server::CanUnload());
-    return 0;
+    WriteFile(bytes);
+    OnSmallStack([] {
+        Store store;
+        EXPECT_EQ(kDone, store.Load());
+        EXPECT_EQ(kDone, store.Save());
+        EXPECT_EQ(kDone, store.Load());
+    });
+    EXPECT_TRUE(FileBytes() == bytes);
 }
 
-TEST(Store, DepthCostsNoStack) {
-    const HANDLE thread =
-        CreateThread(nullptr, 65536, NestDeep, nullptr, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
-    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(thread, INFINITE));
-    CloseHandle(thread);
+// Calls with the first allocation failing, then with the second and so on, until none fails. A call that
+// answers 1 must have left the objects as they were.
+TEST_F(StoreTest, ExhaustedMemoryLeavesObjectsAndNothingElseBehind) {
+    const Bstr path(kFile);
+    const auto numbers = Numbers(2);
+    const std::function<HRESULT(Store&)> calls[] = {
+        [&](Store& store) { return store.object->SaveToFile(path.Get(), nullptr); },
+        [&](Store& store) { return store.object->LoadFromFile(path.Get(), nullptr); },
+        [&](Store& store) { return store.definitions->get__NewEnum(ComPtr<IUnknown>().Out()); },
+        [&](Store& store) { return store.definitions->Copy(numbers.Get()); }};
+    const std::ptrdiff_t before = liveBlocks;
+    for (const auto& call : calls) {
+        int refused = 0;
+        bool reached = true;
+        for (std::ptrdiff_t granted = 0; reached; ++granted) {
+            Store store;
+            AddNew(AddNew(*store.definitions, L"a code of some length")->Members(), L"a member's long code");
+            store.Save();
+            AddNew(*store.definitions, L"a new definition's long code");
+            const std::wstring tree = Tree(*store.definitions);
+            blocksLeft = granted;
+            const HRESULT result = call(store);
+            reached = blocksLeft == 0;
+            blocksLeft = -1;
+            if (result == S_OK) continue;
+            ++refused;
+            EXPECT_EQ(S_FALSE, result) << granted;
+            EXPECT_EQ(tree, Tree(*store.definitions)) << granted;
+        }
+        EXPECT_LT(0, refused);
+    }
+    EXPECT_EQ(before, liveBlocks);
 }
 
 }  // namespace
