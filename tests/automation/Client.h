@@ -94,8 +94,7 @@ protected:
     }
 
     static std::string FileBytes() {
-        std::ifstream file(kFile, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        return {std::istreambuf_iterator<char>(std::ifstream(kFile, std::ios::binary).rdbuf()), {}};
     }
     static void WriteFile(const std::string& bytes) { std::ofstream(kFile, std::ios::binary) << bytes; }
 

@@ -5,14 +5,14 @@ var failures = 0, path = WScript.Arguments(0);
 var store = new ActiveXObject("ZEL_BRU.BRU_Store"), defs = store.Definitions;
 
 for (var i = 1; i <= 4; ++i) {
-    var d = NewDefinition("A" + i);
+    var d = new ActiveXObject("ZEL_BRU.ZEL_Definition");
+    d.AreaCode = "A" + i;
     defs.Add(d);
 }
 var seen = "";
 for (i = 0; i < defs.Count; ++i) seen += defs(i).AreaCode + defs.Item(i).AreaCode + " ";
 Check("positions", "A1A1 A2A2 A3A3 A4A4 ", seen);
 Check("positions that are none", "undefined undefined", typeof defs(-1) + " " + typeof defs(4));
-Check("Enumerator", "A1 A2 A3 A4", Tree(defs));
 for (i = defs.Count - 1; i >= 0; --i) {
     if (i % 2) defs.Remove(i);
 }
@@ -21,18 +21,8 @@ Check("removed by a variable", "A1 A3", Tree(defs));
 d = defs(0);
 d.CalcType = "200";
 Check("text for a byte", 201, d.CalcType + 1);
-Check("too big for a byte", "10 200", Refusal(function () { d.CalcType = 256; }) + " " + d.CalcType);
-Check("too big for 16 bits", "10 0", Refusal(function () { d.FillColor = 65536; }) + " " + d.FillColor);
-d.FillColor = 65535;
-Check("16 bits", 65536, d.FillColor + 1);
-Check("by name", 65535, d["FillColor"]);
-
-var header = new ActiveXObject("ZEL_BRU.ZEL_Header");
-header.CreatedBy = "first";
-header.FileVersion = 5;
-store.Header = header;
-header.CreatedBy = "later";
-Check("header", "first", store.Header.CreatedBy);
+Check("too big for a byte", "10 200", OverflowOf("CalcType", 256) + " " + d.CalcType);
+Check("too big for 16 bits", "10 0", OverflowOf("FillColor", 65536) + " " + d.FillColor);
 
 d.Members = defs;
 d.Members.Remove(0);
@@ -40,17 +30,9 @@ Check("members share definitions", "A1(A3) A3", Tree(defs));
 Check("saved", 0, store.SaveToFile(path));
 var other = new ActiveXObject("ZEL_BRU.BRU_Store");
 Check("loaded", "0 A1(A3) A3", other.LoadFromFile(path) + " " + Tree(other.Definitions));
-store.Header.FileVersion = 0;
-Check("refused version", 1, store.SaveToFile(path));
 
 if (failures) WScript.Quit(1);
 WScript.Echo("all checks passed");
-
-function NewDefinition(code) {
-    var definition = new ActiveXObject("ZEL_BRU.ZEL_Definition");
-    definition.AreaCode = code;
-    return definition;
-}
 
 function Tree(definitions) {
     var codes = [];
@@ -61,14 +43,13 @@ function Tree(definitions) {
     return codes.join(" ");
 }
 
-// The low word of the error: 10 is an overflow.
-function Refusal(statement) {
+// The low word of the error that the put ends with: 10 is an overflow.
+function OverflowOf(property, value) {
     try {
-        statement();
+        d[property] = value;
     } catch (error) {
         return error.number & 0xffff;
     }
-    return 0;
 }
 
 function Check(what, expected, actual) {
