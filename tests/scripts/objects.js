@@ -22,7 +22,6 @@ d = defs(0);
 d.CalcType = "200";
 Check("text for a byte", 201, d.CalcType + 1);
 Check("too big for a byte", "10 200", OverflowOf("CalcType", 256) + " " + d.CalcType);
-Check("too big for 16 bits", "10 0", OverflowOf("FillColor", 65536) + " " + d.FillColor);
 
 d.Members = defs;
 d.Members.Remove(0);
