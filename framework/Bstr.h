@@ -25,12 +25,6 @@ public:
     }
     Bstr& operator=(const Bstr&) = delete;
 
-    // Takes over a string that the caller owned.
-    static Bstr Attach(BSTR text) noexcept {
-        Bstr owner;
-        owner.text_ = text;
-        return owner;
-    }
     // Hands the string to the caller.
     BSTR Detach() noexcept { return std::exchange(text_, nullptr); }
     void Reset() noexcept { SysFreeString(Detach()); }

@@ -59,13 +59,6 @@ public:
         VariantInit(&value_);
         return value;
     }
-    // A copy of its own in place of the old value, which stays when the copy fails.
-    HRESULT CopyFrom(const VARIANT& source) noexcept {
-        Variant copy;
-        const HRESULT result = CopyVariant(&copy.value_, source);
-        if (SUCCEEDED(result)) Swap(copy);
-        return result;
-    }
     void Reset() noexcept { VariantClear(&value_); }
     void Swap(Variant& other) noexcept { std::swap(value_, other.value_); }
 
