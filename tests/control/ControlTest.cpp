@@ -1,0 +1,346 @@
+#include <windows.h>
+#include <ole2.h>
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+#include "BRU_Store.h"
+#include "Bstr.h"
+#include "Container.h"
+#include "module/Server.h"
+
+namespace zel {
+namespace {
+
+using Size = std::pair<LONG, LONG>;
+
+// A store of this program's, so that its locks can be counted. Clients of COM find the built module's.
+class ControlTest : public testing::Test {
+protected:
+    void SetUp() override {
+        OleInitialize(nullptr);
+        Module::Attach(GetModuleHandleW(nullptr), nullptr, 0);
+        ASSERT_EQ(module_.Register(), S_OK);
+        MakeStore();
+    }
+    void TearDown() override {
+        store_.Reset();
+        EXPECT_EQ(Module::LockCount(), 0);
+        EXPECT_EQ(module_.CanUnloadNow(), S_OK);
+        Module::Detach();
+        OleUninitialize();
+    }
+
+    void MakeStore() { store_ = Make<BRU_Store>().As<IOleObject>(); }
+    HRESULT Do(LONG verb, IOleClientSite* site = nullptr) const {
+        return store_->DoVerb(verb, nullptr, site, 0, nullptr, nullptr);
+    }
+    HRESULT SetExtent(LONG width, LONG height) const {
+        SIZEL extent = {width, height};
+        return store_->SetExtent(DVASPECT_CONTENT, &extent);
+    }
+    Size Extent() const {
+        RECTL shown = {};
+        store_.As<IViewObjectEx>()->GetRect(DVASPECT_CONTENT, &shown);
+        return {shown.right, shown.bottom};
+    }
+
+    const Server module_;
+    ComPtr<IOleObject> store_;
+    FORMATETC picture_ = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
+};
+
+template <class... Entries>
+std::vector<IID> Iids(Interfaces<Entries...>) {
+    return {__uuidof(typename InterfaceEntry<Entries>::Interface)...};
+}
+template <class Table, class... Bases>
+Table TableOf(const Object<Table, Bases...>&);
+
+TEST_F(ControlTest, TheStoreHasTheNineteenInterfacesInOrderAndNoMore) {
+    const auto nineteen = Iids(
+        Interfaces<IBRU_Store, IDispatch, IViewObjectEx, IViewObject2, IViewObject,
+                   IOleInPlaceObjectWindowless, IOleInPlaceObject, IOleWindow, IOleInPlaceActiveObject,
+                   IOleControl, IOleObject, IPersistStreamInit, IPersist, ISpecifyPropertyPages,
+                   IQuickActivate, IPersistStorage, IDataObject, IProvideClassInfo, IProvideClassInfo2>());
+    EXPECT_TRUE(Iids(decltype(TableOf(std::declval<BRU_Store>()))()) == nineteen);
+    EXPECT_EQ(Module::LockCount(), 3);
+    ComPtr<IUnknown> face;
+    for (const IID& iid : nineteen) {
+        store_->QueryInterface(iid, face.OutVoid());
+        EXPECT_EQ(face.As<IUnknown>().Get(), store_.As<IUnknown>().Get()) << std::hex << iid.Data1;
+    }
+    ComPtr<ITypeInfo> info;
+    Bstr name;
+    ASSERT_EQ(store_.As<IProvideClassInfo>()->GetClassInfo(info.Out()), S_OK);
+    info->GetDocumentation(MEMBERID_NIL, name.Out(), nullptr, nullptr, nullptr);
+    EXPECT_STREQ(name.Get(), L"BRU_Store");
+}
+
+TEST_F(ControlTest, QuickActivationConnectsAndAdviseSinksHearOfChanges) {
+    Container container(Site::kPlain);
+    QACONTAINER question = {};
+    QACONTROL answer = {};
+    question.cbSize = sizeof question;
+    question.pClientSite = &container;
+    question.pAdviseSink = &container;
+    EXPECT_EQ(store_.As<IQuickActivate>()->QuickActivate(&question, &answer), E_INVALIDARG);
+    answer.cbSize = sizeof answer;
+    EXPECT_EQ(store_.As<IQuickActivate>()->QuickActivate(&question, &answer), S_OK);
+    EXPECT_EQ(answer.dwMiscStatus, 0x20591u);
+    EXPECT_EQ(answer.dwViewStatus, static_cast<DWORD>(VIEWSTATUS_OPAQUE));
+
+    DWORD ole = 0, data = 0;
+    EXPECT_EQ(store_->Advise(&container, &ole), S_OK);
+    EXPECT_EQ(store_.As<IDataObject>()->DAdvise(&picture_, ADVF_NODATA, &container, &data), S_OK);
+    EXPECT_EQ(SetExtent(-1, 1), E_INVALIDARG);
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(SetExtent(1, 1), S_OK);
+    EXPECT_EQ(container.TakeLog(), "OnViewChange OnDataChange");
+    EXPECT_EQ(store_.As<IDataObject>()->DUnadvise(data), S_OK);
+    store_.As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, ADVF_ONLYONCE | ADVF_PRIMEFIRST, &container);
+    EXPECT_EQ(SetExtent(2, 2), S_OK);
+    EXPECT_EQ(store_->Close(OLECLOSE_NOSAVE), S_OK);
+    EXPECT_EQ(container.TakeLog(), "OnViewChange OnClose");
+    EXPECT_EQ(store_->Unadvise(ole), OLE_E_NOCONNECTION);
+}
+
+TEST_F(ControlTest, AStreamHoldsTheExtentAndADamagedOneChangesNothing) {
+    const auto persist = store_.As<IPersistStreamInit>();
+    ComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.Out());
+    stream->Write("\x45\x23\1\0\xBC\2\0\0\1\0\0\0\0\0\0\x80half", 20, nullptr);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    EXPECT_EQ(persist->InitNew(), S_OK);
+    EXPECT_EQ(persist->IsDirty(), S_OK);
+    EXPECT_EQ(Extent(), Size(5080, 5080));
+    EXPECT_EQ(persist->Load(stream.Get()), S_OK);
+    EXPECT_EQ(persist->IsDirty(), S_FALSE);
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(persist->Load(stream.Get()), STG_E_DOCFILECORRUPT);
+    EXPECT_EQ(Extent(), Size(0x12345, 700));
+}
+
+TEST_F(ControlTest, OleCreatesSavesAndLoads) {
+    Container container(Site::kPlain);
+    ComPtr<IStorage> storage;
+    DWORD connection;
+    StgCreateDocfile(nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_DELETEONRELEASE, 0, storage.Out());
+    ASSERT_EQ(OleCreate(CLSID_BRU_Store, IID_IOleObject, OLERENDER_DRAW, nullptr, &container, storage.Get(),
+                        store_.OutVoid()),
+              S_OK);
+    EXPECT_EQ(module_.CanUnloadNow(), S_FALSE);
+    SetExtent(222, 333);
+    store_->Advise(&container, &connection);
+    container.TakeLog();
+    const auto persist = store_.As<IPersistStorage>();
+    for (const bool isOwn : {false, true}) {  // or a copy
+        EXPECT_EQ(OleSave(persist.Get(), storage.Get(), isOwn), S_OK);
+        EXPECT_EQ(persist->IsDirty(), S_OK);
+        EXPECT_EQ(persist->SaveCompleted(nullptr), S_OK);
+        EXPECT_EQ(persist->IsDirty(), isOwn ? S_FALSE : S_OK);
+        EXPECT_EQ(container.TakeLog(), "OnSave");
+    }
+    store_->Close(OLECLOSE_NOSAVE);
+    ASSERT_EQ(OleLoad(storage.Get(), IID_IOleObject, &container, store_.OutVoid()), S_OK);
+    EXPECT_EQ(Extent(), Size(222, 333));
+    store_->Close(OLECLOSE_NOSAVE);
+}
+
+TEST_F(ControlTest, CallsTheContainerInOrder) {
+    const std::pair<Site, const char*> cases[] = {
+        {Site::kPlain,
+         "CanInPlaceActivate OnInPlaceActivate GetWindowContext GetWindow | OnUIActivate OnFocus "
+         "SetActiveObject SetBorderSpace | SaveObject SetActiveObject(null) OnUIDeactivate OnFocus "
+         "OnInPlaceDeactivate"},
+        {Site::kWindowless,
+         "CanInPlaceActivate CanWindowlessActivate OnInPlaceActivateEx(windowless) GetWindowContext | "
+         "RequestUIActivate OnUIActivate SetFocus SetActiveObject SetBorderSpace | OnDefWindowMessage "
+         "InvalidateRect SaveObject SetActiveObject(null) OnUIDeactivate OnInPlaceDeactivateEx"}};
+    for (const auto& [site, calls] : cases) {
+        Container container(site);
+        MakeStore();
+        EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE, &container), S_OK);
+        HWND window = nullptr;
+        store_.As<IOleWindow>()->GetWindow(&window);
+        EXPECT_EQ(window, container.ControlWindow());
+        const auto send = [&](UINT message, WPARAM wParam) {
+            LRESULT result = 0;
+            if (window) return SendMessageW(window, message, wParam, 0);
+            store_.As<IOleInPlaceObjectWindowless>()->OnWindowMessage(message, wParam, 0, &result);
+            return result;
+        };
+        std::string log = container.TakeLog() + " | ";
+        send(WM_LBUTTONDOWN, 0);
+        EXPECT_EQ(Do(OLEIVERB_UIACTIVATE), S_OK);
+        log += container.TakeLog() + " | ";
+        const HDC hdc = GetDC(window);
+        EXPECT_NE(send(OCM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(hdc)), 0);
+        ReleaseDC(window, hdc);
+        SetExtent(100, 100);
+        EXPECT_EQ(store_->Close(OLECLOSE_SAVEIFDIRTY), S_OK);
+        EXPECT_EQ(log + container.TakeLog(), calls);
+        Do(OLEIVERB_INPLACEACTIVATE, &container);
+        store_.Reset();
+    }
+}
+
+TEST_F(ControlTest, AnswersVerbsByTheUserMode) {
+    Container container(Site::kPlain);
+    EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE), E_FAIL);
+    EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE, &container), S_OK);
+    container.TakeLog();
+    container.IsUserMode = false;
+    EXPECT_EQ(Do(OLEIVERB_OPEN), E_NOTIMPL);
+    EXPECT_EQ(Do(OLEIVERB_SHOW), S_OK);
+    EXPECT_EQ(container.TakeLog(), "ShowObject");
+    container.IsUserMode = true;
+    EXPECT_EQ(Do(5), OLEOBJ_S_INVALIDVERB);
+    EXPECT_EQ(container.TakeLog(), "ShowObject OnUIActivate OnFocus SetActiveObject SetBorderSpace");
+    EXPECT_EQ(Do(OLEIVERB_HIDE), S_OK);
+    EXPECT_FALSE(GetWindowLongW(container.ControlWindow(), GWL_STYLE) & WS_VISIBLE);
+    EXPECT_EQ(store_->SetClientSite(nullptr), S_OK);
+    EXPECT_EQ(container.TakeLog(), "SetActiveObject(null) OnUIDeactivate OnFocus OnInPlaceDeactivate");
+}
+
+TEST_F(ControlTest, SurvivesTheRefusalOfAnyCall) {
+    // All that containers do to a control in its place, whatever it answers.
+    const auto liveIn = [&](Container& container) {
+        const RECT place = {0, 0, 50, 50}, clip = {10, 10, 20, 20};
+        MSG key = {container.Window, WM_KEYDOWN, VK_TAB, 0, 0, {}};
+        LRESULT result;
+        Do(OLEIVERB_SHOW, &container);
+        store_.As<IOleInPlaceActiveObject>()->TranslateAccelerator(&key);
+        store_.As<IOleInPlaceActiveObject>()->OnDocWindowActivate(TRUE);
+        store_.As<IOleInPlaceObject>()->SetObjectRects(&place, &clip);
+        store_.As<IOleInPlaceObjectWindowless>()->OnWindowMessage(OCM_COMMAND, 0, 0, &result);
+        SetExtent(1000, 1000 + container.Calls);
+        store_.As<IOleInPlaceObject>()->UIDeactivate();
+        Do(OLEIVERB_UIACTIVATE);
+        Do(OLEIVERB_HIDE);
+    };
+    for (const Site site : {Site::kPlain, Site::kExtended, Site::kWindowless}) {
+        for (int disturbed = 1; disturbed < 40; ++disturbed) {
+            SCOPED_TRACE(disturbed);
+            Container refusing(site, disturbed);
+            DWORD connection;
+            store_->Advise(&refusing, &connection);
+            store_.As<IDataObject>()->DAdvise(&picture_, 0, &refusing, &connection);
+            store_.As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, &refusing);
+            liveIn(refusing);
+            store_->Close(OLECLOSE_SAVEIFDIRTY);
+            EXPECT_TRUE(disturbed < 35 || refusing.Calls < disturbed);
+            EXPECT_EQ(refusing.Places, 0);
+            MakeStore();
+            EXPECT_EQ(Module::LockCount(), 3);
+        }
+    }
+}
+
+constexpr RECT kBounds = {20, 10, 260, 110};
+
+// A bitmap in memory to draw on, all grey.
+class Picture {
+public:
+    Picture() {
+        const RECT all = {0, 0, 280, 120};
+        SelectObject(Dc, bitmap_);
+        FillRect(Dc, &all, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
+        SelectObject(Dc, GetStockObject(DC_PEN));
+        SaveDC(Dc);
+    }
+    ~Picture() {
+        DeleteDC(Dc);
+        DeleteObject(bitmap_);
+    }
+
+    const HDC Dc = CreateCompatibleDC(nullptr);
+
+    void ExpectControl(COLORREF border = 0) const {
+        Picture expected;
+        RECT bounds = kBounds;
+        SetDCPenColor(expected.Dc, border);
+        Rectangle(expected.Dc, bounds.left, bounds.top, bounds.right, bounds.bottom);
+        DrawTextW(expected.Dc, L"ATL 3.0 : BRU_Store", -1, &bounds, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+        RestoreDC(Dc, 1);
+        int wrong = 0;
+        for (int i = 0; i < 280 * 120; ++i)
+            wrong += GetPixel(Dc, i % 280, i / 280) != GetPixel(expected.Dc, i % 280, i / 280);
+        EXPECT_EQ(wrong, 0);
+    }
+
+private:
+    const HBITMAP bitmap_ = CreateBitmap(280, 120, 1, 32, nullptr);
+};
+
+TEST_F(ControlTest, IsExactInAnyMappingModeAndRestoresTheContext) {
+    Picture picture;
+    RECT bounds = kBounds;
+    const HGDIOBJ brush = GetCurrentObject(picture.Dc, OBJ_BRUSH);
+    SetDCPenColor(picture.Dc, RGB(255, 0, 0));
+    SetMapMode(picture.Dc, MM_ANISOTROPIC);
+    SetWindowExtEx(picture.Dc, 10, -10, nullptr);
+    SetViewportOrgEx(picture.Dc, 5, 60, nullptr);
+    DPtoLP(picture.Dc, reinterpret_cast<POINT*>(&bounds), 2);
+    EXPECT_EQ(OleDraw(store_.Get(), DVASPECT_CONTENT, picture.Dc, &bounds), S_OK);
+    EXPECT_EQ(GetCurrentObject(picture.Dc, OBJ_BRUSH), brush);
+    LPtoDP(picture.Dc, reinterpret_cast<POINT*>(&bounds), 2);
+    EXPECT_TRUE(EqualRect(&bounds, &kBounds));
+    picture.ExpectControl(RGB(255, 0, 0));
+}
+
+TEST_F(ControlTest, TheMetafilePictureShowsTheControl) {
+    STGMEDIUM medium = {};
+    SetExtent(2540 * 5 / 2, 2540 * 25 / 24);  // 240 by 100 pixels of a screen with 96 an inch
+    ASSERT_EQ(store_.As<IDataObject>()->GetData(&picture_, &medium), S_OK);
+    const auto* metafile = static_cast<METAFILEPICT*>(GlobalLock(medium.hMetaFilePict));
+    EXPECT_EQ(metafile->xExt, 6350);
+    Picture picture;
+    SetMapMode(picture.Dc, metafile->mm);
+    SetViewportOrgEx(picture.Dc, kBounds.left, kBounds.top, nullptr);
+    SetViewportExtEx(picture.Dc, 240, 100, nullptr);
+    EXPECT_TRUE(PlayMetaFile(picture.Dc, metafile->hMF));
+    ReleaseStgMedium(&medium);
+    picture.ExpectControl();
+}
+
+// What the window shows after everything in it was painted.
+void ExpectOnScreen(HWND window) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    const Picture picture;
+    const HDC screen = GetDC(window);
+    BitBlt(picture.Dc, kBounds.left, kBounds.top, 240, 100, screen, kBounds.left, kBounds.top, SRCCOPY);
+    ReleaseDC(window, screen);
+    picture.ExpectControl();
+}
+
+TEST_F(ControlTest, WithoutAWindowIsDrawnInItsPlace) {
+    Container container(Site::kWindowless);
+    Picture picture;
+    Do(OLEIVERB_INPLACEACTIVATE, &container);
+    store_.As<IOleInPlaceObject>()->SetObjectRects(&kBounds, &kBounds);
+    store_.As<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, picture.Dc, nullptr,
+                                   nullptr, nullptr, 0);
+    picture.ExpectControl();
+    store_->Close(OLECLOSE_NOSAVE);
+}
+
+TEST_F(ControlTest, TheScreenShowsItInOurContainerAndInTheSystemsControlHost) {
+    Container container(Site::kPlain);
+    ShowWindow(container.Window, SW_SHOW);
+    Do(OLEIVERB_INPLACEACTIVATE, &container);
+    store_.As<IOleInPlaceObject>()->SetObjectRects(&kBounds, &kBounds);
+    ExpectOnScreen(container.Window);
+    store_->Close(OLECLOSE_NOSAVE);
+
+    const FARPROC init = GetProcAddress(LoadLibraryW(L"atl100.dll"), "AtlAxWinInit");
+    ASSERT_TRUE(init && init());
+    const HWND host =
+        CreateWindowExW(0, L"AtlAxWin100", L"ZEL_BRU.BRU_Store", WS_CHILD | WS_VISIBLE, kBounds.left,
+                        kBounds.top, 240, 100, container.Window, nullptr, nullptr, nullptr);
+    ExpectOnScreen(container.Window);
+    DestroyWindow(host);
+}
+
+}  // namespace
+}  // namespace zel
