@@ -12,11 +12,13 @@ HRESULT Enumerate(const ComPtr<Holder>& holder, IEnumSTATDATA** out) noexcept {
 
 }  // namespace
 
+// A sink may end connections from within a call, also while it connects: what is called is held by a
+// reference of its own.
 HRESULT AdviseHolders::Advise(IAdviseSink* sink, DWORD* connection) noexcept {
     if (!sink || !connection) return E_POINTER;
     *connection = 0;
     const HRESULT result = ole_ ? S_OK : CreateOleAdviseHolder(ole_.Out());
-    return SUCCEEDED(result) ? ole_->Advise(sink, connection) : result;
+    return SUCCEEDED(result) ? ole_.Share()->Advise(sink, connection) : result;
 }
 
 HRESULT AdviseHolders::Unadvise(DWORD connection) noexcept {
@@ -30,7 +32,7 @@ HRESULT AdviseHolders::AdviseData(IDataObject* object, FORMATETC* format, DWORD 
     if (!format || !sink || !connection) return E_POINTER;
     *connection = 0;
     const HRESULT result = data_ ? S_OK : CreateDataAdviseHolder(data_.Out());
-    return SUCCEEDED(result) ? data_->Advise(object, format, flags, sink, connection) : result;
+    return SUCCEEDED(result) ? data_.Share()->Advise(object, format, flags, sink, connection) : result;
 }
 
 HRESULT AdviseHolders::UnadviseData(DWORD connection) noexcept {
@@ -52,7 +54,6 @@ void AdviseHolders::GetView(DWORD* flags, IAdviseSink** sink) const noexcept {
     if (sink) view_.CopyTo(sink);
 }
 
-// A sink may end connections from within its notification: what is called is held by a reference of its own.
 void AdviseHolders::SendSave() noexcept {
     if (auto holder = ole_.Share()) holder->SendOnSave();
 }
@@ -75,7 +76,7 @@ void AdviseHolders::SendDataChange(IDataObject* object) noexcept {
 void AdviseHolders::Release() noexcept {
     ole_.Reset();
     data_.Reset();
-    view_.Reset();
+    AdviseView(0, nullptr);
 }
 
 }  // namespace zel

@@ -119,6 +119,8 @@ HRESULT ControlInPlace::ActivateInPlace() noexcept {
     HRESULT result = site.Activate(*client);
     if (FAILED(result)) return result;
     result = TakePlace(site);
+    // The container may have taken its site back in the meantime.
+    if (SUCCEEDED(result) && Site() != client.Get()) result = E_FAIL;
     if (SUCCEEDED(result)) {
         site_ = std::move(site);
         return S_OK;

@@ -4,7 +4,7 @@ namespace zel {
 
 HRESULT ControlObject::SetClientSite(IOleClientSite* site) noexcept {
     const ComPtr<IOleObject> keep(this);
-    if (!site) Deactivate();
+    if (site != Site()) Deactivate();
     SetSite(site);
     return S_OK;
 }

@@ -13,7 +13,7 @@ namespace zel {
 // window apart from its place in the container, no mnemonics and no events.
 class ControlObject : public IOleObject, public IOleControl, protected virtual ControlCore {
 public:
-    // Without a site the control leaves its place. The site is held until the next call, or Close.
+    // The control leaves the place it has in another site. The site is held until the next call, or Close.
     STDMETHODIMP SetClientSite(IOleClientSite* site) noexcept override;
     STDMETHODIMP GetClientSite(IOleClientSite** out) noexcept override;
     STDMETHODIMP SetHostNames(LPCOLESTR application, LPCOLESTR document) noexcept override;

@@ -32,10 +32,10 @@ HRESULT ControlWindow::Create(HWND parent, const RECT& position, Owner& owner) n
     return error ? HRESULT_FROM_WIN32(error) : E_FAIL;
 }
 
-// The class stays while another control still has a window: the system refuses to remove it.
+// The class stays while another control still has a window: the system refuses to remove it. It goes also
+// when the container took the window down.
 void ControlWindow::Destroy() noexcept {
-    if (!window_) return;
-    DestroyWindow(window_);
+    if (window_) DestroyWindow(window_);
     UnregisterClassW(kClassName, Module::Instance());
 }
 

@@ -185,8 +185,8 @@ TEST_F(ControlTest, CallsTheContainerInOrder) {
     }
 }
 
-TEST_F(ControlTest, AnswersVerbsByTheUserMode) {
-    Container container(Site::kPlain);
+TEST_F(ControlTest, AnswersVerbsByTheUserModeUntilItsSiteChanges) {
+    Container container(Site::kPlain), other(Site::kPlain);
     EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE), E_FAIL);
     EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE, &container), S_OK);
     container.TakeLog();
@@ -199,11 +199,15 @@ TEST_F(ControlTest, AnswersVerbsByTheUserMode) {
     EXPECT_EQ(container.TakeLog(), "ShowObject OnUIActivate OnFocus SetActiveObject SetBorderSpace");
     EXPECT_EQ(Do(OLEIVERB_HIDE), S_OK);
     EXPECT_FALSE(GetWindowLongW(container.ControlWindow(), GWL_STYLE) & WS_VISIBLE);
-    EXPECT_EQ(store_->SetClientSite(nullptr), S_OK);
+    DestroyWindow(container.ControlWindow());
+    EXPECT_EQ(store_->SetClientSite(&other), S_OK);
     EXPECT_EQ(container.TakeLog(), "SetActiveObject(null) OnUIDeactivate OnFocus OnInPlaceDeactivate");
+    WNDCLASSW left;
+    EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), L"zel.Control", &left));
+    store_.Reset();
 }
 
-TEST_F(ControlTest, SurvivesTheRefusalOfAnyCall) {
+TEST_F(ControlTest, SurvivesTheRefusalOfAnyCallAndBeingClosedWithinAny) {
     // All that containers do to a control in its place, whatever it answers.
     const auto liveIn = [&](Container& container) {
         const RECT place = {0, 0, 50, 50}, clip = {10, 10, 20, 20};
@@ -222,15 +226,17 @@ TEST_F(ControlTest, SurvivesTheRefusalOfAnyCall) {
     for (const Site site : {Site::kPlain, Site::kExtended, Site::kWindowless}) {
         for (int disturbed = 1; disturbed < 40; ++disturbed) {
             SCOPED_TRACE(disturbed);
-            Container refusing(site, disturbed);
+            Container refusing(site, disturbed), closing(site, disturbed, store_.Get());
             DWORD connection;
             store_->Advise(&refusing, &connection);
             store_.As<IDataObject>()->DAdvise(&picture_, 0, &refusing, &connection);
             store_.As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, &refusing);
             liveIn(refusing);
             store_->Close(OLECLOSE_SAVEIFDIRTY);
-            EXPECT_TRUE(disturbed < 35 || refusing.Calls < disturbed);
-            EXPECT_EQ(refusing.Places, 0);
+            liveIn(closing);
+            EXPECT_TRUE(disturbed < 30 || closing.Calls < disturbed);
+            if (closing.Calls < disturbed) store_->Close(OLECLOSE_NOSAVE);
+            EXPECT_EQ(refusing.Places + closing.Places, 0);
             MakeStore();
             EXPECT_EQ(Module::LockCount(), 3);
         }
