@@ -33,33 +33,14 @@ inline std::string Hex(const std::string& text) {
     return bytes;
 }
 
-// Sixteen bytes a line with their offset and characters, the line of `mark` flagged.
-inline std::string HexDump(std::string_view bytes, std::size_t mark = std::string::npos) {
-    constexpr char kDigits[] = "0123456789abcdef";
-    std::string dump;
-    for (std::size_t line = 0; line < bytes.size(); line += 16) {
-        std::string hex, characters;
-        for (const char c : bytes.substr(line, 16)) {
-            const auto byte = static_cast<unsigned char>(c);
-            hex += {kDigits[byte >> 4], kDigits[byte & 15], ' '};
-            characters += byte >= ' ' && byte < 127 ? c : '.';
-        }
-        hex.resize(3 * 16, ' ');
-        dump +=
-            (mark / 16 == line / 16 ? "> " : "  ") + std::to_string(line) + '\t' + hex + characters + '\n';
-    }
-    return dump;
-}
-
-// For EXPECT_TRUE: where bytes differ, shows both dumps and the first difference.
+// For EXPECT_TRUE: where bytes differ, shows some of both from the first difference on.
 inline testing::AssertionResult SameBytes(std::string_view expected, std::string_view actual) {
     if (expected == actual) return testing::AssertionSuccess();
     std::size_t first = 0;
     while (first < std::min(expected.size(), actual.size()) && expected[first] == actual[first]) ++first;
     return testing::AssertionFailure()
-           << "first difference at byte " << first << "\nexpected " << expected.size() << " bytes\n"
-           << HexDump(expected, first) << "actual " << actual.size() << " bytes\n"
-           << HexDump(actual, first);
+           << "from byte " << first << " on\nexpected " << testing::PrintToString(expected.substr(first, 64))
+           << "\nactual   " << testing::PrintToString(actual.substr(first, 64));
 }
 
 // What a record writes.
