@@ -218,11 +218,9 @@ TEST(OutOfMemory, WhatWasGotIsGivenBackAndNothingAssigned) {
 }
 
 TEST(Depth, AHundredThousandLevelsNeedNoStackAndTakeAVersion) {
+    const std::string level = Hex("06 00 00*109 00 06 00 01"), olderLevel = Hex("06 00 00*109 00 01");
     std::string bytes = Hex("01"), older = bytes, written;
-    for (int i = 0; i < 100000; ++i) {
-        bytes += Hex("06 00 00*109 00 06 00 01");
-        older += Hex("06 00 00*109 00 01");
-    }
+    for (int i = 0; i < 100000; ++i) bytes += level, older += olderLevel;
     const std::string closings(100001, '\0');
     OnSmallStack([&] {
         DefinitionList list;
