@@ -32,19 +32,20 @@ protected:
 
 TEST_F(RegistrationTest, IsTheSameEveryTimeAndUndoneButForTheTypeLibrary) {
     for (const char call : {'+', '+', '-', '-', '+', '-'}) {
-        EXPECT_EQ(server_.Call(call == '+' ? "DllRegisterServer" : "DllUnregisterServer"), S_OK);
-        EXPECT_EQ(Tree(registry_, file_), Expected(call == '+' ? "registered.txt" : "unregistered.txt"));
+        EXPECT_EQ(call == '+' ? server_.Register() : server_.Unregister(), S_OK);
+        EXPECT_EQ(Tree(registry_, file_),
+                  TextOf(call == '+' ? ZEL_EXPECTED "registered.txt" : ZEL_EXPECTED "unregistered.txt"));
     }
 }
 
 TEST_F(RegistrationTest, StopsAtTheFirstRefusalAndIsHealedByTheNext) {
     registry_.Block(L"ZEL_BRU.ZEL_Collection");
-    EXPECT_EQ(server_.Call("DllRegisterServer"), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+    EXPECT_EQ(server_.Register(), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
     const std::string tree = registry_.Tree();
     EXPECT_TRUE(tree.find("ZEL_Header") != tree.npos && tree.find("ZEL_Definition") == tree.npos);
     RegDeleteTreeW(HKEY_CLASSES_ROOT, L"ZEL_BRU.ZEL_Collection");
-    EXPECT_EQ(server_.Call("DllRegisterServer"), S_OK);
-    EXPECT_EQ(Tree(registry_, file_), Expected("registered.txt"));
+    EXPECT_EQ(server_.Register(), S_OK);
+    EXPECT_EQ(Tree(registry_, file_), TextOf(ZEL_EXPECTED "registered.txt"));
 }
 
 constexpr CLSID kRegistrar = {0x44EC053A, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0xA0, 0xC9, 0x03, 0x91, 0xD3}};
@@ -54,15 +55,14 @@ TEST(PlatformRegistrar, MakesTheSameOfTheScripts) {
     const std::filesystem::path file = BuiltFile("ZEL_BRU.dll");
     ComPtr<IPlatformRegistrar> registrar;
     ComPtr<ITypeLib> library;
-    ASSERT_EQ(CoCreateInstance(kRegistrar, nullptr, CLSCTX_INPROC_SERVER, kIRegistrar, registrar.OutVoid()),
-              S_OK);
+    ASSERT_EQ(CoCreateInstance(kRegistrar, nullptr, CLSCTX_ALL, kIRegistrar, registrar.OutVoid()), S_OK);
     RegistryScope registry;
     EXPECT_EQ(registrar->AddReplacement(L"MODULE", file.c_str()), S_OK);
     for (UINT id = 102; id <= 105; ++id)
         EXPECT_EQ(registrar->ResourceRegisterSz(file.c_str(), MAKEINTRESOURCEW(id), L"REGISTRY"), S_OK);
     EXPECT_EQ(LoadTypeLib(file.c_str(), library.Out()), S_OK);
     EXPECT_EQ(RegisterTypeLib(library.Get(), file.wstring().data(), nullptr), S_OK);
-    EXPECT_EQ(Tree(registry, file), Expected("registered.txt"));
+    EXPECT_EQ(Tree(registry, file), TextOf(ZEL_EXPECTED "registered.txt"));
 }
 
 }  // namespace

@@ -15,13 +15,16 @@ namespace zel {
 // COM is there for all tests.
 inline const HRESULT kComStarted = CoInitialize(nullptr);
 
+// Where the build put a file, as seen from a program in a folder of its tests.
 inline std::filesystem::path BuiltFile(const char* name) {
-    return std::filesystem::absolute(ZEL_BUILD / std::filesystem::u8path(name)).make_preferred();
+    wchar_t self[MAX_PATH];
+    GetModuleFileNameW(nullptr, self, MAX_PATH);
+    return (std::filesystem::path(self) / "../../.." / std::filesystem::u8path(name)).lexically_normal();
 }
 
-// What a dump must be.
-inline std::string Expected(const char* name) {
-    std::ifstream file(std::filesystem::path(ZEL_EXPECTED) / name);
+// The text that a dump must be.
+inline std::string TextOf(const char* path) {
+    std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -32,6 +35,10 @@ public:
         : module_(LoadLibraryW(file.c_str())) {}
     Server(const Server&) = delete;
     ~Server() { FreeLibrary(module_); }
+
+    HRESULT Register() const { return Call("DllRegisterServer"); }
+    HRESULT Unregister() const { return Call("DllUnregisterServer"); }
+    HRESULT CanUnloadNow() const { return Call("DllCanUnloadNow"); }
 
     // Calls what it exports by that name.
     template <class... Arguments>

@@ -94,7 +94,7 @@ TEST(TypeLibrary, DescribesItselfItsInterfacesAndClasses) {
         if (!info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)) info = Referred(*info, reference);
         DumpType(*info, dump);
     }
-    EXPECT_EQ(dump.str(), Expected("type_library.txt"));
+    EXPECT_EQ(dump.str(), TextOf(ZEL_EXPECTED "type_library.txt"));
 }
 
 }  // namespace
