@@ -1,31 +1,13 @@
 // A file at its limits: streams that end, throw or fill up anywhere, no memory, little stack.
 
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <stdexcept>
 
 #include "DefinitionRecord.h"
 #include "HexDump.h"
+#include "ScarceMemory.h"
 #include "SketchFile.h"
 #include "SmallStack.h"
-
-static std::ptrdiff_t liveBlocks = 0;
-static std::ptrdiff_t blocksLeft = -1;  // until one is refused; none is while negative
-
-// Not inlined: the compiler would warn of a pair that does not match.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    void* block = blocksLeft == 0 ? nullptr : std::malloc(size + 1);
-    if (!block) throw std::bad_alloc();
-    if (blocksLeft > 0) --blocksLeft;
-    ++liveBlocks;
-    return block;
-}
-[[gnu::noinline]] void operator delete(void* block) noexcept {
-    if (block) --liveBlocks;
-    std::free(block);
-}
-void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 
 namespace zel {
 namespace {
