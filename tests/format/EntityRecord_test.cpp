@@ -46,7 +46,6 @@ TEST(EntityRecord, LowersItsOrderWithEachSaveUpToVersion2) {
     expectSaves(2, "05 00", "05 00", "04 00");
     expectSaves(2, "FF FF", "00 00", "00 00");
     expectSaves(0, "00 00", "00 00", "00 00");
-    expectSaves(3, "05 00", "05 00", "05 00");
 }
 
 TEST(EntityRecord, GeometryAndWhatItNestsKeepTheVersionTheyWereReadWith) {
