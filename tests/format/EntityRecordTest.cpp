@@ -71,7 +71,7 @@ TEST(EntityRecord, ListsThatLieAboutTheirCountsCostLittle) {
     TypedRecordList<EntityRecord> list;
     ReadFrom(list, bytes);
     std::size_t total = 0;
-    for (auto* inner = &list; !inner->empty(); inner = inner->begin()->Nested()) total += inner->size();
+    for (auto* at = &list; at && !at->empty(); at = at->begin()->Nested()) total += at->size();
     EXPECT_GE(total, 32767u);
     EXPECT_LT(total, 70000u);
 }
