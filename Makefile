@@ -11,25 +11,25 @@ help:
 	@echo "make clean            remove the build folder"
 
 run:
-	@tools/setup windows
-	@tools/build windows-x64
-	@tools/run $(if $(FILE),"$(FILE)")
+	@scripts/setup windows
+	@scripts/build windows-x64
+	@scripts/run $(if $(FILE),"$(FILE)")
 
 test:
-	@tools/setup native windows
-	@tools/test native native-asan windows-x64 windows-x86
+	@scripts/setup native windows
+	@scripts/test native native-asan windows-x64 windows-x86
 
 check-format:
-	@tools/setup native
-	@tools/test native
+	@scripts/setup native
+	@scripts/test native
 
 bench:
-	@tools/setup native windows bench
-	@tools/bench
+	@scripts/setup native windows bench
+	@scripts/bench
 
 fuzz:
-	@tools/setup native fuzz
-	@tools/fuzz $(SECONDS)
+	@scripts/setup native fuzz
+	@scripts/fuzz $(SECONDS)
 
 clean:
 	rm -rf build

@@ -3,9 +3,9 @@
 #include <fstream>
 #include <memory>
 
-#include "Boundary.h"
+#include "zel/com/Boundary.h"
 #include "DefinitionTree.h"
-#include "DesktopGraphics.h"
+#include "zel/control/DesktopGraphics.h"
 #include "Property.h"
 #include "Text.h"
 

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "ComPtr.h"
-#include "Control.h"
-#include "Dispatch.h"
-#include "Object.h"
-#include "SketchFile.h"
+#include "zel/com/ComPtr.h"
+#include "zel/control/Control.h"
+#include "zel/com/Dispatch.h"
+#include "zel/com/Object.h"
+#include "zel/definition/SketchFile.h"
 #include "ZEL_BRU.h"
 #include "ZEL_Collection.h"
 #include "ZEL_Header.h"

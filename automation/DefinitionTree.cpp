@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "ComPtr.h"
-#include "DefinitionRecord.h"
-#include "Variant.h"
+#include "zel/com/ComPtr.h"
+#include "zel/definition/DefinitionRecord.h"
+#include "zel/com/Variant.h"
 #include "ZEL_Definition.h"
 
 namespace zel {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DefinitionList.h"
+#include "zel/definition/DefinitionList.h"
 #include "VariantArray.h"
 #include "ZEL_BRU.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Bstr.h"
+#include "zel/com/Bstr.h"
 #include "Property.h"
-#include "ShortString.h"
+#include "zel/record/ShortString.h"
 
 namespace zel {
 

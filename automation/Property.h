@@ -5,10 +5,10 @@
 
 #include <cstring>
 
-#include "Boundary.h"
-#include "CountedText.h"
-#include "LittleEndian.h"
-#include "ShortString.h"
+#include "zel/com/Boundary.h"
+#include "zel/record/CountedText.h"
+#include "zel/record/LittleEndian.h"
+#include "zel/record/ShortString.h"
 #include "Text.h"
 
 namespace zel {

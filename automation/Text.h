@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "CountedText.h"
+#include "zel/record/CountedText.h"
 
 namespace zel {
 

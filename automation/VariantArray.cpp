@@ -1,6 +1,6 @@
 #include "VariantArray.h"
 
-#include "Variant.h"
+#include "zel/com/Variant.h"
 
 namespace zel {
 

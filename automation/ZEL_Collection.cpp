@@ -2,10 +2,10 @@
 
 #include <cstdlib>
 
-#include "Boundary.h"
-#include "EnumVariant.h"
-#include "ThreadSlot.h"
-#include "Variant.h"
+#include "zel/com/Boundary.h"
+#include "zel/com/EnumVariant.h"
+#include "zel/com/ThreadSlot.h"
+#include "zel/com/Variant.h"
 
 namespace zel {
 namespace {

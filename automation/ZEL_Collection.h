@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ComPtr.h"
-#include "Dispatch.h"
-#include "Object.h"
+#include "zel/com/ComPtr.h"
+#include "zel/com/Dispatch.h"
+#include "zel/com/Object.h"
 #include "VariantArray.h"
 #include "ZEL_BRU.h"
 

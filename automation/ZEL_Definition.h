@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ComPtr.h"
-#include "DefinitionRecord.h"
-#include "Dispatch.h"
-#include "Object.h"
+#include "zel/com/ComPtr.h"
+#include "zel/definition/DefinitionRecord.h"
+#include "zel/com/Dispatch.h"
+#include "zel/com/Object.h"
 #include "ZEL_BRU.h"
 #include "ZEL_Collection.h"
 

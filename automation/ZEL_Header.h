@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Dispatch.h"
-#include "FileHeader.h"
-#include "Object.h"
+#include "zel/com/Dispatch.h"
+#include "zel/definition/FileHeader.h"
+#include "zel/com/Object.h"
 #include "ZEL_BRU.h"
 
 namespace zel {

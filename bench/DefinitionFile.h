@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "DefinitionRecord.h"
-#include "SketchFile.h"
+#include "zel/definition/DefinitionRecord.h"
+#include "zel/definition/SketchFile.h"
 
 namespace zel {
 

@@ -16,11 +16,11 @@
 #include <string>
 #include <vector>
 
-#include "Record.h"
+#include "zel/record/Record.h"
 
 namespace zel {
 
-// What the programs of this folder share. A benchmark is named group/what/records; tools/bench sets
+// What the programs of this folder share. A benchmark is named group/what/records; scripts/bench sets
 // group/what against group/what_floor of the same number of records.
 
 constexpr std::int64_t kRecordCounts[] = {1000, 100000, 1000000};

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "DrawingRecord.h"
-#include "Kind13Geometry.h"
-#include "Kind23Geometry.h"
-#include "Kind7Geometry.h"
+#include "zel/drawing/DrawingRecord.h"
+#include "zel/drawing/Kind13Geometry.h"
+#include "zel/drawing/Kind23Geometry.h"
+#include "zel/drawing/Kind7Geometry.h"
 #include "Measure.h"
 
 namespace zel {

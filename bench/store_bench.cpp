@@ -14,7 +14,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "ComPtr.h"
+#include "zel/com/ComPtr.h"
 #include "DefinitionFile.h"
 #include "ZEL_BRU.h"
 

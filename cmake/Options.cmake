@@ -15,11 +15,17 @@ if(WIN32)
     endif()
 endif()
 
-# zel_library(NAME sources... DEPENDS targets...): one folder of the house. Its include root is its own folder,
-# handed on only to those that link it.
-function(zel_library name)
+# zel_room(TARGET FOLDER sources... DEPENDS targets...): one room of the house, a static library of the sources in
+# FOLDER. Others include "zel/FOLDER/Name.h", and only where they link the room: each has an include root of its own.
+function(zel_room name folder)
     cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+    file(REAL_PATH ${folder} path BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR})
+    cmake_path(GET path FILENAME room)
+    list(TRANSFORM arg_UNPARSED_ARGUMENTS PREPEND ${path}/)
     add_library(${name} STATIC ${arg_UNPARSED_ARGUMENTS})
-    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    set(root ${PROJECT_BINARY_DIR}/rooms/${name})
+    file(MAKE_DIRECTORY ${root}/zel)
+    file(CREATE_LINK ${path} ${root}/zel/${room} SYMBOLIC)
+    target_include_directories(${name} PUBLIC ${root})
     target_link_libraries(${name} PRIVATE zel_options PUBLIC ${arg_DEPENDS})
 endfunction()

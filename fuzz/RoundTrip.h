@@ -7,7 +7,7 @@
 #include <sstream>
 #include <string>
 
-#include "Record.h"
+#include "zel/record/Record.h"
 
 namespace zel {
 

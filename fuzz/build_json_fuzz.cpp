@@ -4,14 +4,14 @@
 #include <sstream>
 #include <string_view>
 
-#include "Assembler.h"
-#include "Checker.h"
-#include "Failure.h"
-#include "HexPrinter.h"
-#include "JsonWriter.h"
-#include "PagePrinter.h"
+#include "zel/json/Assembler.h"
+#include "zel/survey/Checker.h"
+#include "zel/files/Failure.h"
+#include "zel/print/HexPrinter.h"
+#include "zel/json/JsonWriter.h"
+#include "zel/print/PagePrinter.h"
 #include "RoundTrip.h"
-#include "Surveyor.h"
+#include "zel/survey/Surveyor.h"
 
 using zel::Assembler;
 using zel::Check;

@@ -1,10 +1,10 @@
 // A drawing of any bytes at any version: what was read once is written and read again without a difference,
 // but for what the format itself cannot say.
 
-#include "DrawingRecord.h"
-#include "Kind13Geometry.h"
-#include "Kind23Geometry.h"
-#include "Kind7Geometry.h"
+#include "zel/drawing/DrawingRecord.h"
+#include "zel/drawing/Kind13Geometry.h"
+#include "zel/drawing/Kind23Geometry.h"
+#include "zel/drawing/Kind7Geometry.h"
 #include "RoundTrip.h"
 
 using zel::Check;

@@ -1,8 +1,8 @@
 // A definition file of any bytes: what was read once is written and read again without a difference.
 
-#include "DefinitionRecord.h"
+#include "zel/definition/DefinitionRecord.h"
 #include "RoundTrip.h"
-#include "SketchFile.h"
+#include "zel/definition/SketchFile.h"
 
 using zel::Check;
 using zel::SketchFile;

@@ -1,11 +1,11 @@
 #include <windows.h>
 
-#include "BRU_Store.h"
-#include "Module.h"
-#include "Registrar.h"
-#include "ZEL_Collection.h"
-#include "ZEL_Definition.h"
-#include "ZEL_Header.h"
+#include "zel/automation/BRU_Store.h"
+#include "zel/com/Module.h"
+#include "zel/registration/Registrar.h"
+#include "zel/automation/ZEL_Collection.h"
+#include "zel/automation/ZEL_Definition.h"
+#include "zel/automation/ZEL_Header.h"
 
 using zel::Module;
 

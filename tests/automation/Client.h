@@ -10,12 +10,12 @@
 #include <string>
 #include <utility>
 
-#include "BRU_Store.h"
-#include "Bstr.h"
+#include "zel/automation/BRU_Store.h"
+#include "zel/com/Bstr.h"
 #include "HexDump.h"
-#include "Object.h"
-#include "Variant.h"
-#include "ZEL_Definition.h"
+#include "zel/com/Object.h"
+#include "zel/com/Variant.h"
+#include "zel/automation/ZEL_Definition.h"
 
 namespace zel {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "BRU_Store.h"
-#include "Bstr.h"
+#include "zel/automation/BRU_Store.h"
+#include "zel/com/Bstr.h"
 #include "Container.h"
 #include "module/Server.h"
 

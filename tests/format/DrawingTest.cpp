@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "DrawingRecord.h"
+#include "zel/drawing/DrawingRecord.h"
 #include "HexDump.h"
 
 namespace zel {

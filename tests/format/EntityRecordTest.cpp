@@ -1,9 +1,9 @@
 // What entities and style groups do beside passing their fields.
 
 #include "HexDump.h"
-#include "Kind13Geometry.h"
+#include "zel/drawing/Kind13Geometry.h"
 #include "SmallStack.h"
-#include "StyleAttributeRecord.h"
+#include "zel/drawing/StyleAttributeRecord.h"
 
 namespace zel {
 namespace {

@@ -3,9 +3,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "DrawingRecord.h"
+#include "zel/drawing/DrawingRecord.h"
 #include "HexDump.h"
-#include "SketchFile.h"
+#include "zel/definition/SketchFile.h"
 
 namespace zel {
 namespace {

@@ -3,10 +3,10 @@
 #include <memory>
 #include <stdexcept>
 
-#include "DefinitionRecord.h"
+#include "zel/definition/DefinitionRecord.h"
 #include "HexDump.h"
 #include "ScarceMemory.h"
-#include "SketchFile.h"
+#include "zel/definition/SketchFile.h"
 #include "SmallStack.h"
 
 namespace zel {

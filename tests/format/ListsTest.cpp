@@ -2,14 +2,14 @@
 
 #include <gmock/gmock.h>
 
-#include "CountedRecordList.h"
-#include "EmptyRecord.h"
-#include "EntityRecord.h"
+#include "zel/list/CountedRecordList.h"
+#include "zel/list/EmptyRecord.h"
+#include "zel/drawing/EntityRecord.h"
 #include "HexDump.h"
-#include "PlaceholderRecordList.h"
-#include "TypedRecordList.h"
-#include "ValueList.h"
-#include "VersionedRecordList.h"
+#include "zel/list/PlaceholderRecordList.h"
+#include "zel/list/TypedRecordList.h"
+#include "zel/list/ValueList.h"
+#include "zel/list/VersionedRecordList.h"
 
 namespace zel {
 namespace {

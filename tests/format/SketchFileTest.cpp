@@ -1,9 +1,9 @@
 // What a file and its pieces read, keep and write.
 
-#include "SketchFile.h"
+#include "zel/definition/SketchFile.h"
 
-#include "CalendarDate.h"
-#include "DefinitionRecord.h"
+#include "zel/definition/CalendarDate.h"
+#include "zel/definition/DefinitionRecord.h"
 #include "HexDump.h"
 
 namespace zel {

@@ -1,9 +1,9 @@
-#include "Object.h"
+#include "zel/com/Object.h"
 
 #include <gtest/gtest.h>
 
-#include "EnumVariant.h"
-#include "Variant.h"
+#include "zel/com/EnumVariant.h"
+#include "zel/com/Variant.h"
 
 namespace zel {
 namespace {

@@ -1,4 +1,4 @@
-#include "Registrar.h"
+#include "zel/registration/Registrar.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "ComPtr.h"
+#include "zel/com/ComPtr.h"
 #include "Server.h"
 
 namespace zel {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ComPtr.h"
+#include "zel/com/ComPtr.h"
 #include "RegistryScope.h"
 #include "Server.h"
 

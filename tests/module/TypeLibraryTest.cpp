@@ -3,8 +3,8 @@
 #include <map>
 #include <sstream>
 
-#include "Bstr.h"
-#include "ComPtr.h"
+#include "zel/com/Bstr.h"
+#include "zel/com/ComPtr.h"
 #include "RegistryScope.h"
 #include "Server.h"
 

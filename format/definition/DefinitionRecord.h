@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "zel/record/CountedText.h"
+#include "DefinitionList.h"
+#include "zel/record/LittleEndian.h"
+#include "zel/record/Record.h"
+#include "zel/record/ShortString.h"
+
+namespace zel {
+
+// The fixed part of a definition as it stands in the file.
+struct DefinitionBlock {
+    LittleEndian<double> Multiplier;
+    std::uint8_t CalcType;
+    CountedText<21> AreaName;
+    CountedText<21> AreaDescription;
+    LittleEndian<double> WallWidth;
+    LittleEndian<double> WallHeight;
+    CountedText<33> SegmentStyle;
+    LittleEndian<std::uint16_t> FillPattern;
+    LittleEndian<std::uint16_t> LineColor;
+    LittleEndian<std::uint16_t> FillColor;
+    std::uint8_t PostDescription;
+    std::uint8_t PostArea;
+    std::uint8_t DimensionType;
+};
+static_assert(sizeof(DefinitionBlock) == 109 && alignof(DefinitionBlock) == 1);
+static_assert(offsetof(DefinitionBlock, AreaName) == 9 && offsetof(DefinitionBlock, AreaDescription) == 30);
+static_assert(offsetof(DefinitionBlock, WallWidth) == 51 && offsetof(DefinitionBlock, SegmentStyle) == 67);
+static_assert(offsetof(DefinitionBlock, FillPattern) == 100 &&
+              offsetof(DefinitionBlock, DimensionType) == 108);
+
+// One area definition and, below it, the definitions it is composed of. A new one is empty and zero, with
+// version 0.
+class DefinitionRecord : public Record {
+public:
+    DefinitionRecord() : block{} {}
+    // A copy is normalized. An assignment that runs out of memory changes nothing.
+    DefinitionRecord(const DefinitionRecord& other);
+    DefinitionRecord& operator=(const DefinitionRecord& other);
+
+    void SetVersion(std::int32_t version) override;
+    std::istream& Read(std::istream& stream) override;
+    std::ostream& Write(std::ostream& stream) override;
+    // Puts a NUL into each counted text.
+    virtual void Normalize();
+
+    // For the walks over nested lists (Nested.h). An archive is a Reader, a Writer, or what presents their
+    // calls.
+    template <class Archive>
+    void Head(Archive& archive);
+    template <class Archive>
+    void Tail(Archive&) {}
+    DefinitionList* Nested() { return &Members; }
+    const DefinitionList* Nested() const { return &Members; }
+    // Everything but the members.
+    void CopyFields(const DefinitionRecord& other);
+
+    ShortString AreaCode;
+    DefinitionBlock block;
+    std::uint8_t Hidden = 0;
+    ShortString SubtractAreaCode;
+    DefinitionList Members;
+
+private:
+    friend class DefinitionList;
+
+    // Does not reach the members.
+    void SetOwnVersion(std::int32_t version) {
+        Record::SetVersion(version);
+        Members.Record::SetVersion(version);
+    }
+};
+
+template <class Archive>
+void DefinitionRecord::Head(Archive& archive) {
+    archive.SetVersion(GetVersion());
+    if (!Archive::kReads) Normalize();
+    archive.Field(AreaCode, "AreaCode");
+    archive.Field(block, "block");
+    archive.Since(2, Hidden, "Hidden");
+    archive.Since(3, SubtractAreaCode, "SubtractAreaCode");
+    if (Archive::kReads) Normalize();
+}
+
+}  // namespace zel

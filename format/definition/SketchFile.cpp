@@ -1,0 +1,45 @@
+// The file:
+//
+//   order  width  field           present in versions
+//   1      54+    header          all
+//   2      1      DefinitionType  4 and 5
+//   3      4      FileFlags       5
+//   4      2 + n  definitions     0 to 5
+
+#include "SketchFile.h"
+
+#include "zel/record/Reader.h"
+#include "zel/record/Writer.h"
+
+namespace zel {
+
+SketchFile& SketchFile::operator=(const SketchFile& other) {
+    definitions = other.definitions;
+    header = other.header;
+    Record::operator=(other);
+    DefinitionType = other.DefinitionType;
+    return *this;
+}
+
+void SketchFile::SetVersion(std::int32_t version) {
+    Record::SetVersion(version);
+    header.SetVersion(version);
+    definitions.SetVersion(version);
+}
+
+std::istream& SketchFile::Read(std::istream& stream) {
+    header.Read(stream);
+    SetVersion(header.GetVersion());
+    if (!HasDefinitions()) return stream;
+    Trailer(Reader(stream, GetVersion()));
+    return definitions.Read(stream);
+}
+
+std::ostream& SketchFile::Write(std::ostream& stream) {
+    header.Write(stream);
+    if (!HasDefinitions()) return stream;
+    Trailer(Writer(stream, GetVersion()));
+    return definitions.Write(stream);
+}
+
+}  // namespace zel

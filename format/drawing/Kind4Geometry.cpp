@@ -1,0 +1,22 @@
+// Kind 4 in the file:
+//
+//   order  width   field
+//   1      32      First, Second
+//   2      8       Value
+
+#include "Kind4Geometry.h"
+
+#include "zel/record/Reader.h"
+#include "zel/record/Writer.h"
+
+namespace zel {
+
+template <class Archive>
+void Kind4Geometry::Fields(Archive& archive) {
+    archive.Fields(First, Second, Value);
+}
+
+template void Kind4Geometry::Fields(Reader&);
+template void Kind4Geometry::Fields(Writer&);
+
+}  // namespace zel

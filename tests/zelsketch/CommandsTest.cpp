@@ -1,0 +1,86 @@
+// Showing, converting, and what a person at a terminal sees.
+
+#include <algorithm>
+
+#include "zel/files/Failure.h"
+#include "zel/files/Files.h"
+#include "zel/commands/Progress.h"
+#include "zel/text/Text.h"
+#include "Tool.h"
+
+namespace zel {
+namespace {
+
+TEST_F(ToolTest, ShowExplains) {
+    Build("f", R"({ "Header": { "Flags": 258, "CreationDate": 147622, "CreationTime": 3661,
+                                "ModifiedTime": -1, "CreatedBy": "\u20ac\u0081\u001b[31m" },
+                    "Definitions": [ { "AreaCode": "A", "Members": [ { "WallWidth": "0x7ff0000000000000",
+                        "AreaName": { "text": "x", "count": 25, "behind": "ff" } } ] } ], "CutShort": 3 })");
+    std::string page = Zelsketch({"show", "f"}).out;
+    const auto areBlanks = [](char a, char b) { return a == ' ' && b == ' '; };
+    page.erase(std::unique(page.begin(), page.end(), areBlanks), page.end());
+    for (const std::string expected :
+         {"Flags 0x00000102 0x0100 CreatedByVersion and ModifiedByVersion follow; unknown bits 0x00000002",
+          "CreationDate 147622 2004-03-05", "CreationTime 3661 01:01:01",
+          "ModifiedTime -1 (not a time of day)", "CreatedBy \"\u20ac\\x81\\x1b[31m\"",
+          "WallWidth inf 0x7ff0000000000000", "AreaName \"x\" (count 25) (1 byte behind the text)",
+          "The file is cut short: it lacks at least 3 bytes at its end."})
+        EXPECT_NE(std::string::npos, page.find(expected + '\n')) << expected << " in\n" << page;
+    EXPECT_EQ(std::string::npos, page.find('\033'));
+    EXPECT_NE(std::string::npos, Zelsketch({"show", "f"}, true).out.find("\033[1mHeader"));
+}
+
+TEST(Text, DaysOfTheCalendar) {
+    const std::string none = "(no date of the years 1 to 9999)";
+    const std::pair<std::int64_t, std::string> cases[] = {
+        {366, "1601-01-01"},     {59, "1600-02-29"}, {-1, "1599-12-31"},      {146096, "1999-12-31"},
+        {-584022, "0001-01-01"}, {-584023, none},    {3068036, "9999-12-31"}, {3068037, none}};
+    for (const auto& [day, text] : cases) EXPECT_EQ(text, DayText(day)) << day;
+}
+
+TEST_F(ToolTest, ConvertListsWhatIsLostAndNeverOverwrites) {
+    Build("f", R"({ "FileFlags": 5, "DefinitionType": 0, "Definitions": [
+                    { "AreaCode": "A", "Hidden": 1, "Members": [ { "SubtractAreaCode": "GAR" } ] } ] })");
+    EXPECT_EQ(
+        "lost: FileFlags = 0x00000005\nlost: Definitions[0].Members[0].SubtractAreaCode = \"GAR\"\n"
+        "g: version 2, 2 values lost\n",
+        Zelsketch({"convert", "--to-version", "2", "f", "g"}).out);
+    EXPECT_EQ("g: sound\n", Zelsketch({"check", "g"}).out);
+    const std::string first = Get("g");
+    EXPECT_NE(std::string::npos, Zelsketch({"show", "--json", "g"}).out.find("\"Hidden\": 1"));
+    EXPECT_EQ(2, Zelsketch({"convert", "--to-version", "3", "f", "g"}).status);
+    EXPECT_THROW(WriteFile("g", "new", Overwrite::kRefuse), Failure);
+    EXPECT_EQ(first, Get("g"));
+}
+
+// From version 5 on, readers look for sections in files of type 5.
+TEST_F(ToolTest, ConvertWritesTheSectionsThatTheNewVersionImplies) {
+    Build("f", R"({ "Header": { "Type": 5, "FileVersion": 4, "Flags": 0 } })");
+    EXPECT_EQ(0, Zelsketch({"convert", "--to-version", "5", "f", "g"}).status);
+    EXPECT_EQ("g: sound\n", Zelsketch({"check", "g"}).out);
+}
+
+TEST_F(ToolTest, ConvertRefusesWhatItWouldNotCarryOver) {
+    for (const char* json : {R"({ "CutShort": 2 })", R"({ "Header": { "FileVersion": 6 } })"}) {
+        Build("f", json);
+        EXPECT_EQ(1, Zelsketch({"convert", "--to-version", "5", "f", "g"}).status) << json;
+        EXPECT_FALSE(std::filesystem::exists("g")) << json;
+    }
+}
+
+TEST(ProgressBar, ShowsAfterASecondOnATerminal) {
+    static Progress::Clock::time_point now;
+    std::ostringstream terminal, pipe;
+    for (const bool isTerminal : {true, false}) {
+        Progress bar(isTerminal ? terminal : pipe, isTerminal, 4, [] { return now; });
+        bar.Show(1);
+        now += std::chrono::milliseconds(1001);
+        bar.Show(2);
+        bar.Show(3);  // too soon after the last
+    }
+    EXPECT_EQ("\r[####################....................] 2 of 4 files\r\033[K", terminal.str());
+    EXPECT_EQ("", pipe.str());
+}
+
+}  // namespace
+}  // namespace zel

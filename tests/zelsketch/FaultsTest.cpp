@@ -1,0 +1,100 @@
+// What build refuses of a JSON text and check of a file: where, why, and the exit status.
+
+#include "zel/json/Assembler.h"
+#include "Tool.h"
+
+namespace zel {
+namespace {
+
+std::string File(const std::string& json) { return Assembler::Assemble(json); }
+
+// Two definitions, the first from byte 0x71 with a member from byte 0xeb.
+std::string Sample() {
+    return File(R"({ "Definitions": [ { "AreaCode": "GLA1", "AreaName": "Living", "SubtractAreaCode": "GAR",
+                                        "Members": [ { "AreaCode": "BSMT" } ] }, {} ] })");
+}
+
+// Flags names none of its sections, but Type implies them.
+std::string WithSections() {
+    return File(R"({ "Header": { "Type": 5, "Flags": 0, "CreatedByVersion": "1.0" }, "Definitions": [] })");
+}
+
+std::string Cut(std::size_t size) { return Sample().substr(0, size); }
+
+TEST_F(ToolTest, BuildSaysWhatItExpectsAndLeavesTheOldFile) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "1, column 1: syntax error while parsing value - unexpected end of input; expected '['"},
+        {"{\n  \"Header\": }", "2, column 13: syntax error while parsing value - unexpected '}'; "},
+        {"{ \"Head\n er\": 1 }", "1, column 8: syntax error while parsing object key - invalid string"},
+        {"[1e999]", "1, column 2: expected a number that a double can hold"},
+        {"[]", "1, column 1: expected an object with \"Header\" and \"Definitions\""},
+        {R"({ "Headr": {} })", R"(1, column 12: "Headr" has no place here: no such field)"},
+        {R"({ "Header": { "FileVersion": 3 }, "FileFlags": 1 })", "1, column 48: \"FileFlags\" has no"},
+        {R"({ "Header": { "Type": 1, "Type": 2 } })", "1, column 34: \"Type\" is there twice"},
+        {R"({ "Header": { "Type": 256 } })", "1, column 23: expected a whole number from 0 to 255"},
+        {R"({ "Header": { "Flags": 2147483648 } })", "1, column 24: expected a whole number from -2"},
+        {R"({ "Header": { "Signature": "0123456789" } })", "1, column 28: expected at most 9 characters"},
+        {R"({ "Header": { "CreatedBy": { "text": "012345678", "behind": "0102" } } })",
+         R"(1, column 28: expected at most 10 bytes in "text" and "behind")"},
+        {R"({ "Header": { "CreatedBy": "ł" } })", "1, column 28: expected characters of Windows-1252"},
+        {R"({ "LeftOver": "123" })", "1, column 15: expected bytes, two hexadecimal digits each"},
+        {R"({ "Definitions": [ { "WallWidth": "\"" } ] })", "1, column 35: expected a number, or \"0x\""},
+        {R"({ "Definitions": [ { "AreaCode": { "tag": 0 } } ] })", "1, column 20: expected an AreaCode"},
+        {R"({ "CutShort": 115 })", "1, column 15: expected a whole number from 0 to 114"},
+    };
+    Put("f", "old");
+    for (const auto& [json, error] : cases) {
+        Put("j", json);
+        const Outcome outcome = Zelsketch({"build", "j", "f"});
+        EXPECT_EQ(0u, outcome.error.find("zelsketch: j: line " + error)) << outcome.error;
+        EXPECT_EQ(1, outcome.status) << json;
+        EXPECT_EQ("old", Get("f")) << json;
+    }
+}
+
+TEST_F(ToolTest, CheckSaysWhatAndWhere) {
+    const std::string inArea = "80: Definitions[0].AreaName: ", inCode = "71: Definitions[0].AreaCode: ";
+    const std::pair<std::string, std::string> damages[] = {
+        {Cut(20), "12: CreationDate: cut short, the file ends after 2 of 4 bytes"},
+        {Cut(107), "6b: DefinitionType: cut short, the file ends in front of it"},
+        {Cut(130), inArea + "cut short, the file ends after 2 of 21 bytes"},
+        {Cut(0x163), "163: Definitions[0].Members: the list is not closed, nor the 1 around it"},
+        {Sample() + "xyz", "1d9: LeftOver: 3 bytes behind the file's end"},
+        {Sample().replace(0x71, 1, "\7"), inCode + "the tag is 7, not 6"},
+        {Sample().replace(0x70, 1, "\2"), "70: Definitions: the opening byte is 2, not 1"},
+        {Sample().replace(0x74, 1, 1, '\0'), inCode + "a NUL ends the text after 1 character, the count"},
+        {Sample().replace(0x80, 1, "\x19"), inArea + "the count is 25, at most 19 characters fit"},
+        {Sample().replace(0x80, 1, "\2"), inArea + "the count is 2, but the text goes on to 6"},
+        {Sample().replace(0x82, 1, 1, '\0'), inArea + "a NUL ends the text after 1 character, the count"},
+        {Sample().replace(0x1a, 10, "0123456789"), "1a: CreatedBy: no NUL ends the text"},
+        {File(R"({ "Header": { "FileVersion": 0 } })"), "11: FileVersion: version 0 can be loaded, but not"},
+        {File(R"({ "Header": { "FileVersion": 6 } })"), "11: FileVersion: version 6 is unknown"},
+        {Sample().insert(0x77, 256, 'A'), inCode + "the code has 260 characters, but its count byte is 4"},
+        {Sample().insert(0xea, 1024, 'S'), "e5: Definitions[0].SubtractAreaCode: the code has 1027"},
+        // As the automation objects would save it: Type implies sections to readers, but not to writers.
+        {WithSections().erase(0x36, 0x35), "c: Flags: Type and FileVersion make a reader look"},
+        // The rest is the finding that makes the signature worth a word.
+        {"\7TRN4WUN" + Cut(200).substr(8), "0: Signature: not \"TRN4WIN\""},
+    };
+    for (const auto& [file, finding] : damages) {
+        Put("f", file);
+        const Outcome outcome = Zelsketch({"check", "f"});
+        const std::string line = "f: 0x" + std::string(8 - finding.find(':'), '0') + finding;
+        EXPECT_EQ(0u, outcome.out.find(line)) << line << " in\n" << outcome.out;
+        EXPECT_TRUE(outcome.out.find('\n') == outcome.out.size() - 1 || finding[0] == '0') << outcome.out;
+        EXPECT_EQ(1, outcome.status);
+    }
+}
+
+TEST_F(ToolTest, CheckGoesOnBehindABadFileAndGivesTheWorstStatus) {
+    Put("bad", Cut(130));
+    Put("good", Sample());
+    Put("sections", WithSections());
+    const Outcome outcome = Zelsketch({"check", "bad", "missing", "good", "sections"});
+    EXPECT_NE(std::string::npos, outcome.out.find("\ngood: sound\nsections: sound\n"));
+    EXPECT_EQ("zelsketch: cannot read missing: No such file or directory\n", outcome.error);
+    EXPECT_EQ(2, outcome.status);
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,108 @@
+#include "CommandLine.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+#include "BuildCommand.h"
+#include "CheckCommand.h"
+#include "ConvertCommand.h"
+#include "zel/files/Failure.h"
+#include "Manual.h"
+#include "ShowCommand.h"
+
+namespace zel {
+namespace {
+
+// The command line as people type it: fills a command's fields and says which command was asked for.
+struct Commands {
+    CLI::App app{
+        "shows, checks, edits and converts area definition files\n"
+        "Reads the area definition files of a floor plan sketch, versions 0 to 5, whole or damaged. "
+        "Text is taken as Windows-1252.",
+        "zelsketch"};
+    ShowCommand show;
+    BuildCommand build;
+    CheckCommand check;
+    ConvertCommand convert;
+    CLI::App* showApp =
+        app.add_subcommand("show",
+                           "Prints what is in a file: a page to read, unless an option says otherwise. "
+                           "Damaged files are shown as far as they go.");
+    CLI::App* buildApp =
+        app.add_subcommand("build",
+                           "Makes a file of the JSON that 'show --json' prints; replaces OUT once "
+                           "all is written. Fields that the JSON leaves out are as in a new file.");
+    CLI::App* checkApp = app.add_subcommand(
+        "check", "Says what is wrong with each file: offset, field and fault, a line each.");
+    CLI::App* convertApp =
+        app.add_subcommand("convert",
+                           "Writes a file's content as another version and lists the values "
+                           "that this version cannot hold. Never overwrites OUT.");
+    CLI::App* manualApp = app.add_subcommand("manual", "Prints the manual page.")->group("");
+
+    Commands() {
+        app.set_version_flag("--version", "zelsketch " ZEL_VERSION, "Print the version and exit");
+        app.require_subcommand(1);
+        app.footer(HelpFooter());
+        auto* json = showApp->add_flag("--json", show.json, "As JSON that tells every byte of the file");
+        showApp->add_flag("--hex", show.hex, "Every byte with its offset, its field and the field's value")
+            ->excludes(json);
+        showApp->add_option("FILE", show.file, "The definition file")->required();
+        buildApp->footer(JsonFooter());
+        buildApp->add_option("JSON", build.json, "The JSON text")->required();
+        buildApp->add_option("OUT", build.out, "The definition file to write")->required();
+        checkApp->add_option("FILE", check.files, "Definition files")->required();
+        convertApp->add_option("--to-version", convert.version, "The version of OUT, 1 to 5")
+            ->required()
+            ->type_name("N")
+            ->check(CLI::Range(1, 5));
+        convertApp->add_option("FILE", convert.file, "The definition file")->required();
+        convertApp->add_option("OUT", convert.out, "The definition file to write")->required();
+    }
+
+    ExitStatus Run(const Console& console) const {
+        if (showApp->parsed()) return show.Run(console);
+        if (buildApp->parsed()) return build.Run(console);
+        if (checkApp->parsed()) return check.Run(console);
+        if (convertApp->parsed()) return convert.Run(console);
+        PrintManual(app, console.out);
+        return kSound;
+    }
+};
+
+// One line, whatever stands in a path or a JSON text.
+int Complain(const Console& console, std::string message, int status) {
+    for (char& c : message)
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '?';
+    console.error << "zelsketch: " << message << '\n';
+    return status;
+}
+
+}  // namespace
+
+int RunCommandLine(std::vector<std::string> arguments, const Console& console) {
+    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    try {
+        Commands commands;
+        try {
+            commands.app.parse(std::move(arguments));
+        } catch (const CLI::Success& success) {
+            return commands.app.exit(success, console.out, console.error);
+        }
+        const ExitStatus status = commands.Run(console);
+        console.out.flush();
+        if (!console.out) throw Failure(kUnusable, "cannot write to the standard output");
+        return status;
+    } catch (const CLI::ParseError& error) {
+        return Complain(console, error.what() + std::string("; see zelsketch --help"), kUnusable);
+    } catch (const Failure& failure) {
+        return Complain(console, failure.what(), failure.status());
+    } catch (const std::bad_alloc&) {
+        return Complain(console, "out of memory", kUnusable);
+    }
+}
+
+}  // namespace zel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "Console.h"
+#include "zel/files/Failure.h"
+
+namespace zel {
+
+// zelsketch convert: the same content as a file of another version, and a list of what that version cannot
+// hold. Never overwrites.
+struct ConvertCommand {
+    std::string file;
+    std::string out;
+    std::int32_t version = 0;
+
+    ExitStatus Run(const Console& console) const;
+};
+
+}  // namespace zel

@@ -1,0 +1,181 @@
+#include "Checker.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "FileWalk.h"
+#include "Surveyor.h"
+#include "FieldText.h"
+#include "zel/text/Text.h"
+
+namespace zel {
+namespace {
+
+constexpr std::size_t kMostFindings = 100;
+constexpr std::string_view kSignature = "\7TRN4WIN";
+
+// Flags as the file has them and as a reader takes them.
+struct FlagsOfFile {
+    explicit FlagsOfFile(std::string_view file) {
+        HeaderImage image{};
+        std::memcpy(&image, file.data(), std::min(file.size(), FileHeader::kMandatorySize));
+        stored = image.Flags;
+        asRead = AsRead(image).image.Flags;
+    }
+    std::int32_t stored;
+    std::int32_t asRead;
+};
+
+std::string Characters(std::size_t count) { return Counted(count, "character"); }
+
+std::string FaultOfShort(const Field& field) {
+    std::string fault;
+    if (field.Byte(0) != 6) fault = "the tag is " + std::to_string(field.Byte(0)) + ", not 6";
+    const std::size_t nul = field.Text().find('\0');
+    if (nul == std::string_view::npos) return fault;
+    return fault + (fault.empty() ? "" : "; ") + "a NUL ends the text after " + Characters(nul) +
+           ", the count is " + std::to_string(field.Byte(1));
+}
+
+std::string FaultOfCounted(const Field& field) {
+    const std::size_t count = field.Byte(0), length = field.Text().size();
+    const std::string says = "the count is " + std::to_string(count);
+    if (count > field.MaxLength()) return says + ", at most " + Characters(field.MaxLength()) + " fit";
+    if (length < count) return "a NUL ends the text after " + Characters(length) + ", " + says;
+    const std::size_t longer = UpToNul(field.bytes.substr(1)).size();
+    // The NUL stands in the field's last byte then.
+    if (count == 0 && field.bytes.back() != '\0') return says + ", but the last byte is not a NUL";
+    return longer == count ? "" : says + ", but the text goes on to " + Characters(longer);
+}
+
+std::string FaultOfText(const Field& field) {
+    if (field.kind == FieldKind::kShort) return FaultOfShort(field);
+    if (field.kind == FieldKind::kCounted) return FaultOfCounted(field);
+    return field.Text().size() > field.MaxLength() ? "no NUL ends the text" : "";
+}
+
+}  // namespace
+
+std::vector<Finding> Checker::Check(std::string_view file) {
+    std::vector<Finding> findings = CheckBySections(file);
+    // No reader asks for the signature. But it tells what to make of other findings.
+    if (!findings.empty() && file.substr(0, kSignature.size()) != kSignature.substr(0, file.size()))
+        findings.insert(findings.begin(), {0, "Signature: not \"TRN4WIN\", perhaps no area definition file"});
+    return findings;
+}
+
+std::vector<Finding> Checker::CheckBySections(std::string_view file) {
+    std::vector<Finding> findings = Check(file, false);
+    const FlagsOfFile flags(file);
+    if (flags.stored == flags.asRead) return findings;
+    // The sections may be there all the same; the file tells by making sense without them.
+    std::vector<Finding> asWritten = Check(file, true);
+    if (asWritten.size() >= findings.size()) return findings;
+    const auto text = [](std::int32_t value) { return HexNumber(static_cast<std::uint32_t>(value), 4); };
+    asWritten.push_back({offsetof(HeaderImage, Flags),
+                         "Flags: Type and FileVersion make a reader look for the sections of " +
+                             text(flags.asRead) + ", but the writer wrote those of " + text(flags.stored)});
+    std::stable_sort(asWritten.begin(), asWritten.end(),
+                     [](const Finding& a, const Finding& b) { return a.offset < b.offset; });
+    return asWritten;
+}
+
+std::vector<Finding> Checker::Check(std::string_view file, bool asWritten) {
+    Checker checker(file);
+    Surveyor::Survey(file, checker, asWritten);
+    return std::move(checker.findings_);
+}
+
+void Checker::OnField(const Field& field) {
+    if (isCut_ || isOutOfStep_) return;
+    if (field.kind == FieldKind::kClosing) isJudged_ = true;
+    if (field.Missing()) return CheckMissing(field);
+    switch (field.kind) {
+        case FieldKind::kShort:
+            codes_.push_back(field.offset);
+            [[fallthrough]];
+        case FieldKind::kCounted:
+        case FieldKind::kFixed:
+            if (const std::string fault = FaultOfText(field); !fault.empty()) Add(field, fault);
+            return;
+        case FieldKind::kOpening:
+            if (field.Byte(0) != 1)
+                Add(field, "the opening byte is " + std::to_string(field.Byte(0)) + ", not 1");
+            return;
+        case FieldKind::kLeftOver:
+            return Add(field, Counted(field.bytes.size(), "byte") + " behind the file's end");
+        default:
+            if (field.name == "FileVersion") CheckVersion(field);
+    }
+}
+
+void Checker::OnDefinition(const Place&) {
+    codes_.clear();
+    isJudged_ = false;
+}
+
+void Checker::CheckMissing(const Field& field) {
+    if (field.kind == FieldKind::kClosing) {
+        const std::size_t depth = field.place->size();
+        const std::string around = depth ? ", nor the " + std::to_string(depth) + " around it" : "";
+        Add(field, "the list is not closed" + around);
+    } else if (field.present) {
+        Add(field, "cut short, the file ends after " + std::to_string(field.present) + " of " +
+                       std::to_string(field.bytes.size()) + " bytes");
+    } else {
+        Add(field, "cut short, the file ends in front of it");
+    }
+    isCut_ = true;
+}
+
+void Checker::CheckVersion(const Field& field) {
+    version_ = static_cast<std::int32_t>(field.Integer());
+    const std::string version = "version " + std::to_string(version_);
+    if (version_ > SketchFile::kNewestVersion)
+        Add(field, version + " is unknown: readers load 0 to 5 and stop behind the header");
+    if (version_ == 0) Add(field, version + " can be loaded, but not saved: only 1 to 5 can");
+}
+
+void Checker::Add(const Field& field, const std::string& what) {
+    if (findings_.size() > kMostFindings) return;
+    if (!isJudged_ && FindLongCode(*field.place)) return;
+    if (findings_.size() == kMostFindings)
+        return findings_.push_back({field.offset, "further findings are not listed"});
+    findings_.push_back({field.offset, field.FullName() + ": " + what});
+}
+
+// Looks through the codes of the definition at hand, once, at its first finding.
+bool Checker::FindLongCode(const Place& place) {
+    isJudged_ = true;
+    if (codes_.empty() || Surveyor::LooksLikeDefinition(file_.substr(codes_[0]), version_)) return false;
+    for (std::size_t i = 0; i < codes_.size() && !isOutOfStep_; ++i) {
+        const std::size_t length = LengthOfLongCode(codes_[i]);
+        if (!length) continue;
+        isOutOfStep_ = true;
+        const auto count = static_cast<unsigned char>(file_[codes_[i] + 1]);
+        findings_.push_back({codes_[i], PlaceText(place) + (i == 0 ? ".AreaCode" : ".SubtractAreaCode") +
+                                            ": the code has " + std::to_string(length) +
+                                            " characters, but its count byte is " + std::to_string(count) +
+                                            "; readers are out of step from here on"});
+    }
+    return isOutOfStep_;
+}
+
+// A writer gives the low 8 bits of the length, then all characters: the code is too long by a multiple of 256
+// if the definition makes sense without that many. 0 where none does.
+std::size_t Checker::LengthOfLongCode(std::size_t code) {
+    constexpr std::size_t kStep = 256, kMostSteps = 256, kEnoughToJudge = 1024;
+    constexpr int kMostTrials = 10000;
+    const auto count = static_cast<unsigned char>(file_[code + 1]);
+    const std::string_view behind = file_.substr(std::min(code + 2 + count, file_.size()));
+    const std::size_t text = UpToNul(behind.substr(0, kStep * kMostSteps)).size();
+    for (std::size_t excess = kStep; excess <= text && trials_ < kMostTrials; excess += kStep, ++trials_) {
+        const std::string mended = std::string(file_.substr(codes_[0], code - codes_[0])) +
+                                   std::string("\6\0", 2) +
+                                   std::string(behind.substr(excess, kEnoughToJudge));
+        if (Surveyor::LooksLikeDefinition(mended, version_)) return count + excess;
+    }
+    return 0;
+}
+
+}  // namespace zel

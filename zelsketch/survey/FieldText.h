@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "Field.h"
+
+namespace zel {
+
+// How the fields of a file are put into words.
+
+std::uint64_t DoubleBits(const Field& field);
+// A field's value in words, with what is odd about it. Dates as calendar dates, flags explained.
+std::string ValueText(const Field& field);
+// "Definitions[2].Members[0]"; the middle of a very long one is left out.
+std::string PlaceText(const Place& place);
+
+}  // namespace zel

@@ -1,0 +1,89 @@
+#include "Text.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+#include "zel/definition/CalendarDate.h"
+#include "zel/definition/FileHeader.h"
+#include "Windows1252.h"
+
+namespace zel {
+namespace {
+
+std::string Format(const char* format, int a, int b, int c) {
+    char text[48];
+    std::snprintf(text, sizeof text, format, a, b, c);
+    return text;
+}
+
+}  // namespace
+
+std::string Counted(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
+
+std::string HexDigits(std::string_view bytes, std::string_view between) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string text;
+    text.reserve(bytes.size() * (2 + between.size()));
+    for (const char c : bytes) {
+        if (!text.empty()) text += between;
+        const auto byte = static_cast<unsigned char>(c);
+        text += {kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return text;
+}
+
+std::string HexNumber(std::uint64_t value, std::size_t width) {
+    std::string bytes;
+    for (std::size_t i = width; i-- > 0;) bytes += static_cast<char>(value >> (8 * i));
+    return "0x" + HexDigits(bytes);
+}
+
+bool IsExactDecimal(std::uint64_t bits) {
+    constexpr std::uint64_t kNegativeZero = 0x8000000000000000, kExponent = 0x7FF0000000000000;
+    return bits != kNegativeZero && (bits & kExponent) != kExponent;
+}
+
+std::string Decimal(std::uint64_t bits) {
+    double value;
+    std::memcpy(&value, &bits, sizeof value);
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof text, value).ptr};
+}
+
+std::string Quoted(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        const char32_t character = FromWindows1252(static_cast<unsigned char>(c));
+        if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
+            quoted += "\\x" + HexDigits({&c, 1});
+            continue;
+        }
+        if (c == '"' || c == '\\') quoted += '\\';
+        AppendUtf8(quoted, character);
+    }
+    return quoted + '"';
+}
+
+std::string DayText(std::int64_t day) {
+    constexpr std::int64_t kDayOf1601 = 366, kDaysOf400Years = 146097;
+    // The calendar repeats every 400 years; its conversion knows none before 1601.
+    std::int64_t eras = (day - kDayOf1601) / kDaysOf400Years;
+    if (day - kDayOf1601 < eras * kDaysOf400Years) --eras;
+    const auto dayOfEra = static_cast<std::int32_t>(day - eras * kDaysOf400Years);
+    const CalendarDate date = CalendarDateOf(FileHeader::DateTimeToFileTime(dayOfEra, 0));
+    const std::int64_t year = date.year + eras * 400;
+    if (year < 1 || year > 9999) return "(no date of the years 1 to 9999)";
+    return Format("%04d-%02d-%02d", static_cast<int>(year), date.month, date.day);
+}
+
+std::string SecondsText(std::int64_t seconds) {
+    if (seconds < 0 || seconds >= 86400) return "(not a time of day)";
+    const int s = static_cast<int>(seconds);
+    return Format("%02d:%02d:%02d", s / 3600, s / 60 % 60, s % 60);
+}
+
+}  // namespace zel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace zel {
+
+// How numbers, bytes and 8-bit texts are put into words.
+
+// "1 byte", "2 bytes".
+std::string Counted(std::size_t count, const std::string& thing);
+// Two digits a byte.
+std::string HexDigits(std::string_view bytes, std::string_view between = {});
+// "0x" and all digits of the width.
+std::string HexNumber(std::uint64_t value, std::size_t width);
+// The shortest decimal form that gives the same double; with its bits where that form would not (NaNs,
+// infinities, -0).
+bool IsExactDecimal(std::uint64_t bits);
+std::string Decimal(std::uint64_t bits);
+
+// 8-bit text in quotes as UTF-8, control characters as \xNN, so that nothing in a file commands a terminal.
+std::string Quoted(std::string_view text);
+
+// "2004-02-29" of a day number, or why there is none.
+std::string DayText(std::int64_t day);
+// "23:59:59" of seconds since midnight, or why there is none.
+std::string SecondsText(std::int64_t seconds);
+
+}  // namespace zel
