@@ -6,7 +6,7 @@
 
 #include "zel/json/Assembler.h"
 #include "zel/survey/Checker.h"
-#include "zel/files/Failure.h"
+#include "zel/text/Failure.h"
 #include "zel/print/HexPrinter.h"
 #include "zel/json/JsonWriter.h"
 #include "zel/print/PagePrinter.h"

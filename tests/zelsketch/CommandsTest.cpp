@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "zel/files/Failure.h"
+#include "zel/text/Failure.h"
 #include "zel/files/Files.h"
 #include "zel/commands/Progress.h"
 #include "zel/text/Text.h"

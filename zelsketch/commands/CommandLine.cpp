@@ -9,7 +9,7 @@
 #include "BuildCommand.h"
 #include "CheckCommand.h"
 #include "ConvertCommand.h"
-#include "zel/files/Failure.h"
+#include "zel/text/Failure.h"
 #include "Manual.h"
 #include "ShowCommand.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "Console.h"
-#include "zel/files/Failure.h"
+#include "zel/text/Failure.h"
 
 namespace zel {
 

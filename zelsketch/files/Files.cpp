@@ -8,7 +8,7 @@
 #include <memory>
 #include <random>
 
-#include "Failure.h"
+#include "zel/text/Failure.h"
 #include "Platform.h"
 
 namespace zel {

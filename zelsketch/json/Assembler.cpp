@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "zel/files/Failure.h"
+#include "zel/text/Failure.h"
 #include "zel/survey/FileWalk.h"
 #include "zel/survey/FieldText.h"
 #include "zel/text/Text.h"

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "zel/files/Failure.h"
+#include "zel/text/Failure.h"
 
 namespace zel {
 namespace {
