@@ -29,10 +29,10 @@ bool IsNumber(VARTYPE type) noexcept {
     return (type >= VT_I2 && type <= VT_CY) || (type >= VT_DECIMAL && type <= VT_UINT);
 }
 
-// A number that is no 32-bit integer becomes a position that no collection has.
+// What is no number, or none of 32 bits, becomes a position that no collection has.
 void ToPosition(Variant& argument) noexcept {
-    if (!IsNumber(argument.Type())) return;
-    if (FAILED(VariantChangeType(argument.InOut(), argument.InOut(), 0, VT_I4))) argument = Variant::Int(-1);
+    if (!IsNumber(argument.Type()) || FAILED(VariantChangeType(argument.InOut(), argument.InOut(), 0, VT_I4)))
+        argument = Variant::Int(-1);
 }
 
 }  // namespace
@@ -139,7 +139,8 @@ HRESULT ZEL_Collection::Invoke(DISPID member, REFIID reserved, LCID locale, WORD
     if (!arguments || arguments->cArgs != 1 || (member != kItem && member != kAdd && member != kRemove))
         return forward(arguments);
     Variant argument;
-    if (FAILED(VariantCopyInd(argument.InOut(), &arguments->rgvarg[0]))) return forward(arguments);
+    if (FAILED(VariantCopyInd(argument.InOut(), &arguments->rgvarg[0])) && member == kAdd)
+        return forward(arguments);
     if (member != kAdd) ToPosition(argument);
     DISPPARAMS plain = *arguments;
     plain.rgvarg = argument.InOut();

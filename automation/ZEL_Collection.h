@@ -33,7 +33,7 @@ public:
 
     // Script engines pass variables by reference, literals as narrow integers whose upper bits are garbage,
     // and results of arithmetic as floating-point numbers: references are followed, and positions become
-    // 32-bit integers.
+    // 32-bit integers. What is no number is a position that no collection has.
     STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
                         VARIANT* value, EXCEPINFO* exception, UINT* badArgument) noexcept override;
 

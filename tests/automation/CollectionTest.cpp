@@ -82,6 +82,14 @@ TEST_F(Collection, LateBoundPositionsMeanWhatTheScriptSays) {
         EXPECT_EQ(S_OK, Call(*items, L"Item", DISPATCH_PROPERTYGET, &index, value.Out()));
         EXPECT_EQ(expected, AsText(std::move(value))) << V_UI4(&index);
     }
+    Variant beyond = Variant::Int(77);
+    for (VARIANT index : {Typed(VT_EMPTY, 0), Typed(VT_NULL, 0), Typed(VT_BOOL, 1), Typed(VT_BSTR, 0),
+                          Typed(VT_DISPATCH, 0), Typed(VT_ERROR, 1), Typed(VT_DATE, 0x3ff0000000000000)}) {
+        EXPECT_EQ(S_OK, Call(*items, L"Item", DISPATCH_PROPERTYGET, &index, beyond.Out()));
+        EXPECT_EQ(S_OK, Call(*items, L"Remove", DISPATCH_METHOD, &index, nullptr));
+        EXPECT_EQ(VT_EMPTY, beyond.Type()) << V_VT(&index);
+    }
+    EXPECT_EQ(L"0 1 2", Tree(*items));
     EXPECT_EQ(S_OK, Call(*items, L"Remove", DISPATCH_METHOD, &reference, nullptr));
     EXPECT_EQ(S_OK, items->Add(reference));
     variable = Typed(VT_I4, 99);  // what a reference refers to was added, not the reference

@@ -12,7 +12,10 @@ For i = 1 To 4
 Next
 i = 1
 Check "positions", "A1 A2 A3 A4", defs(0).AreaCode & " " & defs(i).AreaCode & " " & store.Definitions.Item(2).AreaCode & " " & defs(7 / 2 - 0.5).AreaCode
-Check "positions that are none", "True True", IsEmpty(defs(-1)) & " " & IsEmpty(defs(4))
+defs.Remove Null
+defs.Remove other
+defs.Remove CDate(1)
+Check "positions that are none", "True True 4", IsEmpty(defs(-1)) & " " & IsEmpty(defs("0")) & " " & defs.Count
 
 ' A walk sees what was there when it began.
 For Each d In defs
