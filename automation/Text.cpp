@@ -1,15 +1,16 @@
 #include "Text.h"
 
+#include <stdlib.h>
+#include <wchar.h>
+
 #include <algorithm>
-#include <cstdlib>
-#include <cwchar>
 #include <memory>
 #include <new>
 
 namespace zel {
 namespace {
 
-std::size_t LengthOf(const OLECHAR* text) noexcept { return text ? std::wcslen(text) : 0; }
+std::size_t LengthOf(const OLECHAR* text) noexcept { return text ? wcslen(text) : 0; }
 
 }  // namespace
 
@@ -54,8 +55,7 @@ INT ReplaceBstrShort(BSTR* place, std::string_view text) noexcept {
 std::string ToPath(const OLECHAR* name) {
     const std::size_t size = LengthOf(name) + 1;
     const std::unique_ptr<char[]> path(new (std::nothrow) char[size + 1]());
-    if (!path || size == 1 || std::wcstombs(path.get(), name, size) == static_cast<std::size_t>(-1))
-        return {};
+    if (!path || size == 1 || wcstombs(path.get(), name, size) == static_cast<std::size_t>(-1)) return {};
     return path.get();
 }
 

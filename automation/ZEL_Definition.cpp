@@ -103,7 +103,7 @@ HRESULT ZEL_Definition::put_Members(IZEL_Collection* newVal) noexcept {
 HRESULT ZEL_Definition::get_Multiplier(double* pVal) noexcept {
     return GetValue(record_.block.Multiplier, pVal);
 }
-HRESULT ZEL_Definition::put_Multiplier(double newVal) noexcept {
+HRESULT ZEL_Definition::put_Multiplier(DoubleArgument newVal) noexcept {
     return PutValue(record_.block.Multiplier, newVal);
 }
 
@@ -138,14 +138,14 @@ HRESULT ZEL_Definition::put_SubtractAreaCode(BSTR newVal) noexcept {
 HRESULT ZEL_Definition::get_WallHeight(double* pVal) noexcept {
     return GetValue(record_.block.WallHeight, pVal);
 }
-HRESULT ZEL_Definition::put_WallHeight(double newVal) noexcept {
+HRESULT ZEL_Definition::put_WallHeight(DoubleArgument newVal) noexcept {
     return PutValue(record_.block.WallHeight, newVal);
 }
 
 HRESULT ZEL_Definition::get_WallWidth(double* pVal) noexcept {
     return GetValue(record_.block.WallWidth, pVal);
 }
-HRESULT ZEL_Definition::put_WallWidth(double newVal) noexcept {
+HRESULT ZEL_Definition::put_WallWidth(DoubleArgument newVal) noexcept {
     return PutValue(record_.block.WallWidth, newVal);
 }
 

@@ -48,7 +48,7 @@ public:
     STDMETHODIMP get_Members(IZEL_Collection** pVal) noexcept override;
     STDMETHODIMP put_Members(IZEL_Collection* newVal) noexcept override;
     STDMETHODIMP get_Multiplier(double* pVal) noexcept override;
-    STDMETHODIMP put_Multiplier(double newVal) noexcept override;
+    STDMETHODIMP put_Multiplier(DoubleArgument newVal) noexcept override;
     STDMETHODIMP get_PostArea(unsigned char* pVal) noexcept override;
     STDMETHODIMP put_PostArea(unsigned char newVal) noexcept override;
     STDMETHODIMP get_PostDescription(unsigned char* pVal) noexcept override;
@@ -58,9 +58,9 @@ public:
     STDMETHODIMP get_SubtractAreaCode(BSTR* pVal) noexcept override;
     STDMETHODIMP put_SubtractAreaCode(BSTR newVal) noexcept override;
     STDMETHODIMP get_WallHeight(double* pVal) noexcept override;
-    STDMETHODIMP put_WallHeight(double newVal) noexcept override;
+    STDMETHODIMP put_WallHeight(DoubleArgument newVal) noexcept override;
     STDMETHODIMP get_WallWidth(double* pVal) noexcept override;
-    STDMETHODIMP put_WallWidth(double newVal) noexcept override;
+    STDMETHODIMP put_WallWidth(DoubleArgument newVal) noexcept override;
 
 private:
     ~ZEL_Definition() override;

@@ -1,5 +1,7 @@
 #include "AdviseHolders.h"
 
+#include "OleFunctions.h"
+
 namespace zel {
 namespace {
 
@@ -17,7 +19,7 @@ HRESULT Enumerate(const ComPtr<Holder>& holder, IEnumSTATDATA** out) noexcept {
 HRESULT AdviseHolders::Advise(IAdviseSink* sink, DWORD* connection) noexcept {
     if (!sink || !connection) return E_POINTER;
     *connection = 0;
-    const HRESULT result = ole_ ? S_OK : CreateOleAdviseHolder(ole_.Out());
+    const HRESULT result = ole_ ? S_OK : OleFunctions::CreateAdviseHolder(ole_.Out());
     return SUCCEEDED(result) ? ole_.Share()->Advise(sink, connection) : result;
 }
 
@@ -31,7 +33,7 @@ HRESULT AdviseHolders::AdviseData(IDataObject* object, FORMATETC* format, DWORD 
                                   DWORD* connection) noexcept {
     if (!format || !sink || !connection) return E_POINTER;
     *connection = 0;
-    const HRESULT result = data_ ? S_OK : CreateDataAdviseHolder(data_.Out());
+    const HRESULT result = data_ ? S_OK : OleFunctions::CreateDataAdviseHolder(data_.Out());
     return SUCCEEDED(result) ? data_.Share()->Advise(object, format, flags, sink, connection) : result;
 }
 

@@ -1,5 +1,7 @@
 #include "ControlObject.h"
 
+#include "OleFunctions.h"
+
 namespace zel {
 
 HRESULT ControlObject::SetClientSite(IOleClientSite* site) noexcept {
@@ -80,7 +82,7 @@ HRESULT ControlObject::Show() noexcept {
 HRESULT ControlObject::EnumVerbs(IEnumOLEVERB** out) noexcept {
     if (!out) return E_POINTER;
     *out = nullptr;
-    return SUCCEEDED(OleRegEnumVerbs(ClassId(), out)) ? S_OK : OLEOBJ_E_NOVERBS;
+    return SUCCEEDED(OleFunctions::EnumVerbs(ClassId(), out)) ? S_OK : OLEOBJ_E_NOVERBS;
 }
 
 HRESULT ControlObject::Update() noexcept { return S_OK; }
@@ -96,7 +98,7 @@ HRESULT ControlObject::GetUserClassID(CLSID* out) noexcept {
 HRESULT ControlObject::GetUserType(DWORD form, LPOLESTR* out) noexcept {
     if (!out) return E_POINTER;
     *out = nullptr;
-    return OleRegGetUserType(ClassId(), form, out);
+    return OleFunctions::GetUserType(ClassId(), form, out);
 }
 
 HRESULT ControlObject::SetExtent(DWORD aspect, SIZEL* extent) noexcept {
@@ -127,7 +129,7 @@ HRESULT ControlObject::EnumAdvise(IEnumSTATDATA** out) noexcept { return Advises
 HRESULT ControlObject::GetMiscStatus(DWORD aspect, DWORD* out) noexcept {
     if (!out) return E_POINTER;
     *out = 0;
-    return OleRegGetMiscStatus(ClassId(), aspect, out);
+    return OleFunctions::GetMiscStatus(ClassId(), aspect, out);
 }
 
 HRESULT ControlObject::SetColorScheme(LOGPALETTE*) noexcept { return E_NOTIMPL; }
