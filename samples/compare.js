@@ -1,5 +1,6 @@
 // cscript compare.js OLD NEW
-// Says which definitions were added, removed or changed, and in which property. Ends with 1 if there is a difference.
+// Says which definitions were added, removed, moved or changed, and in which property. Ends with 1 if there is a
+// difference, or something in a file that the store does not hold.
 
 var storeNames = "DefinitionType Flags".split(" ");
 var headerNames = ("Signature Type FileVersion TarnVersion Flags CreationDate CreationTime CreatedBy CreatedByVersion " +
@@ -17,18 +18,21 @@ if (differences == 0) WScript.Echo("no difference");
 WScript.Quit(differences == 0 ? 0 : 1);
 
 function CompareTrees(path, before, after) {
-    var was = ByCode(before), is = ByCode(after), key;
+    var was = ByCode(before), is = ByCode(after), key, oldOrder = "", newOrder = "";
     for (key in was) {
-        if (!is[key]) Say("removed  " + path + key);
+        if (is[key]) oldOrder += key + "\n";
+        else Say("removed  " + path + key);
     }
     for (key in is) {
         if (!was[key]) {
             Say("added    " + path + key);
             continue;
         }
+        newOrder += key + "\n";
         CompareProperties(path + key, definitionNames, was[key], is[key]);
         CompareTrees(path + key + " > ", was[key].Members, is[key].Members);
     }
+    if (oldOrder != newOrder) Say("moved    " + path + newOrder.replace(/\n$/, "").replace(/\n/g, ", "));
 }
 
 // The definitions by their codes; a code that comes again is told apart by a number.
@@ -44,16 +48,39 @@ function ByCode(definitions) {
 
 function CompareProperties(what, names, before, after) {
     for (var i = 0; i < names.length; ++i) {
-        var was = String(before[names[i]]), is = String(after[names[i]]);
-        if (was != is) Say("changed  " + what + ": " + names[i] + " was \"" + was + "\", is \"" + is + "\"");
+        var was = before[names[i]], is = after[names[i]];
+        if (was === is || was !== was && is !== is) continue;  // NaN is itself here
+        Say("changed  " + what + ": " + names[i] + " was \"" + was + "\", is \"" + is + "\"");
     }
 }
 
 function Load(path) {
-    if (!new ActiveXObject("Scripting.FileSystemObject").FileExists(path)) Fail("no such file: " + path);
-    var store = new ActiveXObject("ZEL_BRU.BRU_Store");
-    if (store.LoadFromFile(path) != 0) Fail("not a file that this version can read: " + path);
+    var files = new ActiveXObject("Scripting.FileSystemObject"), store = new ActiveXObject("ZEL_BRU.BRU_Store");
+    if (!files.FileExists(path)) Fail("no such file: " + path);
+    // A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
+    store.Header.FileVersion = 6;
+    store.SaveToFile("");
+    if (store.LoadFromFile(path) != 0) Fail("not a file that can be opened and read: " + path);
+    if (files.GetFile(path).Size != SizeOf(store)) Say("damaged, or more than definitions: " + path);
     return store;
+}
+
+// The bytes of a file that holds what the store does and no more, in a code page of one byte a character.
+function SizeOf(store) {
+    var version = store.Header.FileVersion, flags = store.Header.Flags;
+    return 54 + (flags & 0x10 ? 11 : 0) + (flags & 0x100 ? 42 : 0) + (version >= 4 ? 1 : 0) + (version >= 5 ? 4 : 0) +
+        SizeOfList(store.Definitions, version);
+}
+
+function SizeOfList(definitions, version) {
+    var size = 2;
+    for (var each = new Enumerator(definitions); !each.atEnd(); each.moveNext()) {
+        var d = each.item();
+        size += 111 + d.AreaCode.length + SizeOfList(d.Members, version);
+        if (version >= 2) size += 1;
+        if (version >= 3) size += 2 + d.SubtractAreaCode.length;
+    }
+    return size;
 }
 
 function Say(difference) {

@@ -7,10 +7,13 @@ If WScript.Arguments.Count <> 2 Then Fail "usage: cscript edit.vbs FILE SAVED-AS
 savedAs = WScript.Arguments(1)
 Set files = CreateObject("Scripting.FileSystemObject")
 If Not files.FileExists(WScript.Arguments(0)) Then Fail "no such file: " & WScript.Arguments(0)
-If files.FileExists(savedAs) Then Fail "there is such a file already: " & savedAs
 
+' A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
 Set store = CreateObject("ZEL_BRU.BRU_Store")
-If store.LoadFromFile(WScript.Arguments(0)) <> 0 Then Fail "not a file that this version can read"
+store.Header.FileVersion = 6
+store.SaveToFile ""
+If store.LoadFromFile(WScript.Arguments(0)) <> 0 Then Fail "not a file that can be opened and read"
+If files.GetFile(WScript.Arguments(0)).Size <> SizeOf(store) Then Fail "damaged, or more than definitions, which a save would lose"
 Set definitions = store.Definitions
 
 store.Header.LastModifiedBy = "edit"
@@ -34,9 +37,7 @@ For i = definitions.Count - 1 To 0 Step -1
     If definitions(i).AreaCode = "GLA3" Then definitions.Remove i
 Next
 
-' The result tells of a refused version only: look for the file.
-If store.SaveToFile(savedAs) <> 0 Then Fail "this version of a file cannot be saved"
-If Not files.FileExists(savedAs) Then Fail "cannot write " & savedAs
+SaveWhole store, savedAs
 WScript.Echo "saved " & definitions.Count & " definitions"
 
 Function Find(code)
@@ -54,6 +55,79 @@ Function Member(code, name)
     Set Member = CreateObject("ZEL_BRU.ZEL_Definition")
     Member.AreaCode = code
     Member.AreaName = name
+End Function
+
+' Saves under a name that no file has, reads back what was saved and compares all of it: a write that fails is not
+' reported. What is not whole is taken away again.
+Sub SaveWhole(store, path)
+    Dim saved, whole
+    If files.FileExists(path) Or files.FolderExists(path) Then Fail "there is such a file already: " & path
+    If store.SaveToFile(path) <> 0 Then Fail "this version of a file cannot be saved"
+    If Not files.FileExists(path) Then Fail "cannot write " & path
+    Set saved = CreateObject("ZEL_BRU.BRU_Store")
+    whole = saved.LoadFromFile(path) = 0
+    If whole Then whole = files.GetFile(path).Size = SizeOf(store) And SameFiles(store, saved)
+    If whole Then Exit Sub
+    files.DeleteFile path
+    Fail "cannot be saved whole: " & path
+End Sub
+
+Function SameFiles(a, b)
+    SameFiles = a.DefinitionType = b.DefinitionType And a.Flags = b.Flags And SameHeaders(a.Header, b.Header) And _
+        SameTrees(a.Definitions, b.Definitions)
+End Function
+
+Function SameHeaders(a, b)
+    SameHeaders = a.Signature = b.Signature And a.Type = b.Type And a.FileVersion = b.FileVersion And _
+        a.TarnVersion = b.TarnVersion And a.Flags = b.Flags And a.CreationDate = b.CreationDate And _
+        a.CreationTime = b.CreationTime And a.CreatedBy = b.CreatedBy And a.CreatedByVersion = b.CreatedByVersion And _
+        a.ModifiedDate = b.ModifiedDate And a.ModifiedTime = b.ModifiedTime And a.LastModifiedBy = b.LastModifiedBy And _
+        a.ModifiedByVersion = b.ModifiedByVersion And a.ProgramVersionSignature = b.ProgramVersionSignature
+End Function
+
+Function SameTrees(a, b)
+    Dim i
+    SameTrees = a.Count = b.Count
+    For i = 0 To a.Count - 1
+        If SameTrees Then SameTrees = SameDefinitions(a(i), b(i))
+    Next
+End Function
+
+' CLng, since VBScript does not compare unsigned numbers of 16 bits.
+Function SameDefinitions(a, b)
+    SameDefinitions = a.AreaCode = b.AreaCode And a.AreaName = b.AreaName And a.AreaDescription = b.AreaDescription And _
+        a.CalcType = b.CalcType And a.DimensionType = b.DimensionType And CLng(a.FillColor) = CLng(b.FillColor) And _
+        CLng(a.FillPattern) = CLng(b.FillPattern) And a.Hidden = b.Hidden And CLng(a.LineColor) = CLng(b.LineColor) And _
+        SameReals(a.Multiplier, b.Multiplier) And a.PostArea = b.PostArea And a.PostDescription = b.PostDescription And _
+        a.SegmentStyle = b.SegmentStyle And a.SubtractAreaCode = b.SubtractAreaCode And _
+        SameReals(a.WallHeight, b.WallHeight) And SameReals(a.WallWidth, b.WallWidth)
+    If SameDefinitions Then SameDefinitions = SameTrees(a.Members, b.Members)
+End Function
+
+' What is no number is never equal, not even to itself.
+Function SameReals(a, b)
+    SameReals = a = b Or Not (a = a Or b = b)
+End Function
+
+' The bytes of a file that holds what the store does and no more, in a code page of one byte a character.
+Function SizeOf(store)
+    Dim version
+    version = CInt(store.Header.FileVersion)
+    SizeOf = 54 + SizeOfList(store.Definitions, version)
+    If store.Header.Flags And 16 Then SizeOf = SizeOf + 11
+    If store.Header.Flags And 256 Then SizeOf = SizeOf + 42
+    If version >= 4 Then SizeOf = SizeOf + 1
+    If version >= 5 Then SizeOf = SizeOf + 4
+End Function
+
+Function SizeOfList(definitions, version)
+    Dim d
+    SizeOfList = 2
+    For Each d In definitions
+        SizeOfList = SizeOfList + 111 + Len(d.AreaCode) + SizeOfList(d.Members, version)
+        If version >= 2 Then SizeOfList = SizeOfList + 1
+        If version >= 3 Then SizeOfList = SizeOfList + 2 + Len(d.SubtractAreaCode)
+    Next
 End Function
 
 Sub Fail(message)

@@ -1,16 +1,24 @@
 // cscript set.js FILE CODE PROPERTY VALUE
-// Sets one property of every definition with that code, at any depth, and saves the file in its place.
+// Sets one property of every definition with that code, at any depth, and saves the file in its place. The file is
+// replaced only by one that was read back and compared, and only if it holds nothing that the store does not.
+
+var headerNames = ("Signature Type FileVersion TarnVersion Flags CreationDate CreationTime CreatedBy CreatedByVersion " +
+    "ModifiedDate ModifiedTime LastModifiedBy ModifiedByVersion ProgramVersionSignature").split(" ");
+var definitionNames = ("AreaCode AreaName AreaDescription CalcType DimensionType FillColor FillPattern Hidden LineColor " +
+    "Multiplier PostArea PostDescription SegmentStyle SubtractAreaCode WallHeight WallWidth").split(" ");
 
 if (WScript.Arguments.length != 4) Fail("usage: cscript set.js FILE CODE PROPERTY VALUE");
 var path = WScript.Arguments(0), code = WScript.Arguments(1), property = WScript.Arguments(2), value = WScript.Arguments(3);
 var files = new ActiveXObject("Scripting.FileSystemObject");
 if (!files.FileExists(path)) Fail("no such file: " + path);
-var store = new ActiveXObject("ZEL_BRU.BRU_Store");
-if (store.LoadFromFile(path) != 0) Fail("not a file that this version can read");
+if (files.GetFile(path).Attributes & 1) Fail("read-only: " + path);
+var store = Load(path);
+if (!store) Fail("not a file that can be opened and read: " + path);
+if (files.GetFile(path).Size != SizeOf(store)) Fail("damaged, or more than definitions, which a save would lose: " + path);
 
 var found = SetIn(store.Definitions);
 if (found == 0) Fail("there is no " + code);
-Save();
+Replace(path, SaveBeside(path));
 WScript.Echo("changed " + found);
 
 function SetIn(definitions) {
@@ -37,14 +45,91 @@ function Put(definition) {
     if (definition[property] != value) Fail(property + " can only be \"" + definition[property] + "\"");
 }
 
-// A write that fails is not reported, so the new file is looked at before it takes the place of the old one.
-function Save() {
-    var beside = path + ".new", saved = new ActiveXObject("ZEL_BRU.BRU_Store");
-    if (store.SaveToFile(beside) != 0) Fail("this version of a file cannot be saved");
-    if (!files.FileExists(beside)) Fail("cannot write " + beside);
-    if (saved.LoadFromFile(beside) != 0 || saved.Definitions.Count != store.Definitions.Count) Fail("not saved whole: " + beside);
-    files.DeleteFile(path);
-    files.MoveFile(beside, path);
+// Null for a file that could not be opened, or whose version is refused. A store answers a load that opens nothing by the
+// version it holds; so it is made to hold one that is refused.
+function Load(path) {
+    var loaded = new ActiveXObject("ZEL_BRU.BRU_Store");
+    loaded.Header.FileVersion = 6;
+    loaded.SaveToFile("");
+    return loaded.LoadFromFile(path) == 0 ? loaded : null;
+}
+
+// Saves beside the file and gives the name. A write that fails is not reported: all of it is read back.
+function SaveBeside(path) {
+    var beside = FreeName(path, ".new");
+    try {
+        files.CreateTextFile(beside, false).Close();
+    } catch (error) {
+        Fail("cannot write " + beside);
+    }
+    var refused = store.SaveToFile(beside) != 0, saved = Load(beside);
+    if (!refused && saved && files.GetFile(beside).Size == SizeOf(store) && SameFiles(store, saved)) return beside;
+    files.DeleteFile(beside);
+    Fail(refused ? "this version of a file cannot be saved" : "cannot be saved whole, nothing is changed: " + path);
+}
+
+// The old file steps aside until the new one stands in its place.
+function Replace(path, beside) {
+    var aside = FreeName(path, ".old");
+    try {
+        files.MoveFile(path, aside);
+    } catch (error) {
+        files.DeleteFile(beside);
+        Fail("in use, nothing is changed: " + path);
+    }
+    try {
+        files.MoveFile(beside, path);
+    } catch (error) {
+        files.MoveFile(aside, path);
+        Fail("cannot be replaced, what was saved is " + beside);
+    }
+    files.DeleteFile(aside);
+}
+
+function FreeName(path, ending) {
+    var name = path + ending;
+    for (var n = 2; files.FileExists(name) || files.FolderExists(name); ++n) name = path + ending + n;
+    return name;
+}
+
+function SameFiles(a, b) {
+    return a.DefinitionType === b.DefinitionType && a.Flags === b.Flags && Same(headerNames, a.Header, b.Header) &&
+        SameTrees(a.Definitions, b.Definitions);
+}
+
+function SameTrees(a, b) {
+    var these = new Enumerator(a), those = new Enumerator(b);
+    for (; !these.atEnd() && !those.atEnd(); these.moveNext(), those.moveNext()) {
+        if (!Same(definitionNames, these.item(), those.item())) return false;
+        if (!SameTrees(these.item().Members, those.item().Members)) return false;
+    }
+    return these.atEnd() && those.atEnd();
+}
+
+function Same(names, a, b) {
+    for (var i = 0; i < names.length; ++i) {
+        var one = a[names[i]], other = b[names[i]];
+        if (one !== other && (one === one || other === other)) return false;  // NaN is itself here
+    }
+    return true;
+}
+
+// The bytes of a file that holds what the store does and no more, in a code page of one byte a character.
+function SizeOf(store) {
+    var version = store.Header.FileVersion, flags = store.Header.Flags;
+    return 54 + (flags & 0x10 ? 11 : 0) + (flags & 0x100 ? 42 : 0) + (version >= 4 ? 1 : 0) + (version >= 5 ? 4 : 0) +
+        SizeOfList(store.Definitions, version);
+}
+
+function SizeOfList(definitions, version) {
+    var size = 2;
+    for (var each = new Enumerator(definitions); !each.atEnd(); each.moveNext()) {
+        var d = each.item();
+        size += 111 + d.AreaCode.length + SizeOfList(d.Members, version);
+        if (version >= 2) size += 1;
+        if (version >= 3) size += 2 + d.SubtractAreaCode.length;
+    }
+    return size;
 }
 
 function Fail(message) {

@@ -34,6 +34,13 @@ _variant_t Get(IDispatch* object, const wchar_t* name) {
     return Invoke(object, Named(object, name), DISPATCH_PROPERTYGET);
 }
 
+void Put(IDispatch* object, const wchar_t* name, _variant_t value) {
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS arguments{&value, &put, 1, 1};
+    Check(object->Invoke(Named(object, name), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &arguments,
+                         nullptr, nullptr, nullptr));
+}
+
 _variant_t Call(IDispatch* object, const wchar_t* name, _variant_t argument) {
     return Invoke(object, Named(object, name), DISPATCH_METHOD, &argument);
 }
@@ -59,9 +66,12 @@ void PrintTree(IDispatch* definitions, int indent) {
 int Run(const wchar_t* file) {
     IDispatchPtr store;
     Check(store.CreateInstance(L"ZEL_BRU.BRU_Store"));
-    if (static_cast<long>(Call(store, L"LoadFromFile", file)) != 0)
-        return std::printf("not a file that this version can read\n"), 1;
     const _variant_t header = Get(store, L"Header"), definitions = Get(store, L"Definitions");
+    // A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
+    Put(V_DISPATCH(&header), L"FileVersion", 6L);
+    Call(store, L"SaveToFile", L"");
+    if (static_cast<long>(Call(store, L"LoadFromFile", file)) != 0)
+        return std::printf("not a file that can be opened and read\n"), 1;
     std::printf("%ls, version %d, last modified by %ls\n", Text(V_DISPATCH(&header), L"Signature").GetBSTR(),
                 static_cast<int>(Get(V_DISPATCH(&header), L"FileVersion")),
                 Text(V_DISPATCH(&header), L"LastModifiedBy").GetBSTR());
