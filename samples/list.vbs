@@ -49,7 +49,9 @@ End Function
 ' Stored are a day number from 1 January 1600 and seconds from midnight.
 Function Moment(day, seconds)
     Moment = "day " & day & ", " & seconds & " s"
-    If day > 0 And day < 400000 And seconds >= 0 And seconds < 86400 Then Moment = CDate(day - 109571 + seconds / 86400)
+    If day <= 0 Or day >= 400000 Or seconds < 0 Or seconds >= 86400 Then Exit Function
+    ' Before 30 December 1899 a date counts its days backwards, but the time of a day forwards.
+    If day >= 109571 Then Moment = CDate(day - 109571 + seconds / 86400) Else Moment = CDate(day - 109571 - seconds / 86400)
 End Function
 
 Sub Fail(message)
