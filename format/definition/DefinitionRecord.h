@@ -54,6 +54,7 @@ public:
     void Head(Archive& archive);
     template <class Archive>
     void Tail(Archive&) {}
+    static constexpr char kNestedName[] = "Members";
     DefinitionList* Nested() { return &Members; }
     const DefinitionList* Nested() const { return &Members; }
     // Everything but the members.

@@ -78,7 +78,7 @@ void FileHeader::UpgradeVersion() {
 }
 
 void FileHeader::AddImpliedFlags() {
-    std::int32_t implied = 0;
+    std::uint32_t implied = 0;
     if (image.Type == 5 && image.FileVersion >= 5) implied = kProgramVersionFlag | kWriterVersionsFlag;
     if (image.Type == 1 && image.FileVersion >= 21) implied = kProgramVersionFlag;
     if (image.Type == 1 && image.FileVersion >= 22) implied |= kWriterVersionsFlag;

@@ -13,7 +13,7 @@ namespace zel {
 struct HeaderImage {
     CountedText<11> Signature;
     std::uint8_t TarnVersion;
-    LittleEndian<std::int32_t> Flags;
+    LittleEndian<std::uint32_t> Flags;
     std::uint8_t Type;
     std::uint8_t FileVersion;
     LittleEndian<std::int32_t> CreationDate;  // day number, day 0 is 1 January 1600
@@ -35,8 +35,8 @@ static_assert(offsetof(HeaderImage, ProgramVersionSignature) == 54 &&
 // A new one has version 0, Signature "TRN4WIN", TarnVersion 64, both section flags, and zeros.
 class FileHeader : public Record {
 public:
-    static constexpr std::int32_t kProgramVersionFlag = 0x10;
-    static constexpr std::int32_t kWriterVersionsFlag = 0x100;
+    static constexpr std::uint32_t kProgramVersionFlag = 0x10;
+    static constexpr std::uint32_t kWriterVersionsFlag = 0x100;
     static constexpr std::size_t kMandatorySize = offsetof(HeaderImage, ProgramVersionSignature);
 
     FileHeader();

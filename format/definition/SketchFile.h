@@ -35,7 +35,7 @@ public:
 
     FileHeader header;
     std::uint8_t DefinitionType = 0;
-    LittleEndian<std::int32_t> FileFlags{0};
+    LittleEndian<std::uint32_t> FileFlags{0};
     DefinitionList definitions;
 };
 

@@ -26,6 +26,7 @@
 #include <algorithm>
 
 #include "AreaCodeTable.h"
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -38,32 +39,36 @@ struct FixedCode {
     char characters[5];
 };
 
-void PassNumber(Reader& reader, std::string& code) {
-    const std::string_view found = AreaCodeTable::CodeOf(reader.Value<std::uint16_t>());
+constexpr FieldForm FormOf(const FixedCode&) { return {FieldKind::kCode}; }
+
+template <class Archive>
+void PassNumber(Archive& archive, std::string& code) {
+    std::uint16_t number = Archive::kReads ? std::uint16_t{0} : AreaCodeTable::NumberOf(code);
+    archive.Value(number, "AreaCode");
+    if (!Archive::kReads) return;
+    const std::string_view found = AreaCodeTable::CodeOf(number);
     if (!found.empty()) code = found;
 }
 
-void PassNumber(Writer& writer, const std::string& code) { writer.Value(AreaCodeTable::NumberOf(code)); }
-
-void PassFixed(Reader& reader, std::string& code) {
+template <class Archive>
+void PassFixed(Archive& archive, std::string& code) {
     FixedCode fixed{};
-    reader.Field(fixed);
-    code = UpToNul({fixed.characters, std::min<std::size_t>(fixed.count, sizeof fixed.characters)});
-}
-
-void PassFixed(Writer& writer, const std::string& code) {
-    FixedCode fixed{};
-    const auto count = static_cast<std::uint8_t>(code.size());  // of 256 characters none is kept
-    fixed.count = std::min<std::uint8_t>(count, sizeof fixed.characters);
-    std::copy_n(code.data(), fixed.count, fixed.characters);
-    writer.Field(fixed);
+    if (!Archive::kReads) {
+        const auto count = static_cast<std::uint8_t>(code.size());  // of 256 characters none is kept
+        fixed.count = std::min<std::uint8_t>(count, sizeof fixed.characters);
+        std::copy_n(code.data(), fixed.count, fixed.characters);
+    }
+    archive.Field(fixed, "AreaCode");
+    if (Archive::kReads)
+        code = UpToNul({fixed.characters, std::min<std::size_t>(fixed.count, sizeof fixed.characters)});
 }
 
 // Versions 22 and 23 store one member, as it is.
-void PassFirst(Reader& reader, ValueList& indices) { indices.Append() = reader.Value<std::uint16_t>(); }
-
-void PassFirst(Writer& writer, const ValueList& indices) {
-    writer.Value(static_cast<std::uint16_t>(indices.empty() ? 0 : *indices.begin()));
+template <class Archive>
+void PassFirst(Archive& archive, ValueList& indices) {
+    auto first = static_cast<std::uint16_t>(Archive::kReads || indices.empty() ? 0 : *indices.begin());
+    archive.Value(first, "MemberIndices");
+    if (Archive::kReads) indices.Append() = first;
 }
 
 }  // namespace
@@ -84,45 +89,47 @@ template <class Archive>
 void AreaRecord::Pass(Archive& archive) {
     archive.SetVersion(GetVersion());
     PassAreaCode(archive);
-    archive.Since(13, Label);
-    archive.Fields(TypeByte, Measure1, Measure2, Measure3, Measure4, Measure5);
+    archive.Since(13, Label, "Label");
+    archive.Fields(Named{TypeByte, "TypeByte"}, Named{Measure1, "Measure1"}, Named{Measure2, "Measure2"},
+                   Named{Measure3, "Measure3"}, Named{Measure4, "Measure4"}, Named{Measure5, "Measure5"});
     PassLinkIndex(archive);
-    archive.Since(12, ExtraValue);
-    archive.Fields(Option1, Option2, Option3);
-    archive.Field(Description);
-    archive.Since(22, StyleName);
+    archive.Since(12, ExtraValue, "ExtraValue");
+    archive.Fields(Named{Option1, "Option1"}, Named{Option2, "Option2"}, Named{Option3, "Option3"});
+    archive.Field(Description, "Description");
+    archive.Since(22, StyleName, "StyleName");
     PassMemberIndices(archive);
-    archive.Field(Word1);
-    archive.Since(3, Word2);
-    archive.Since(10, Word3);
-    archive.Since(16, Long1);
-    archive.Since(16, Long2);
-    archive.Since(23, Long3);
-    Placeholders.Pass(archive);
+    archive.Field(Word1, "Word1");
+    archive.Since(3, Word2, "Word2");
+    archive.Since(10, Word3, "Word3");
+    archive.Since(16, Long1, "Long1");
+    archive.Since(16, Long2, "Long2");
+    archive.Since(23, Long3, "Long3");
+    Placeholders.Pass(archive, "Placeholders");
 }
 
 template <class Archive>
 void AreaRecord::PassAreaCode(Archive& archive) {
     if (archive.version() <= 6) return PassNumber(archive, AreaCode.text);
     if (archive.version() == 7) return PassFixed(archive, AreaCode.text);
-    archive.Field(AreaCode);
+    archive.Field(AreaCode, "AreaCode");
 }
 
 template <class Archive>
 void AreaRecord::PassLinkIndex(Archive& archive) {
-    if (archive.version() > 10) return archive.Field(LinkIndex);
+    if (archive.version() > 10) return archive.Field(LinkIndex, "LinkIndex");
     LittleEndian<std::uint16_t> stored = LinkIndex == kNoLink ? LittleEndian<std::uint16_t>{0} : LinkIndex;
-    archive.Field(stored);
+    archive.Field(stored, "LinkIndex");
     if (Archive::kReads) LinkIndex = stored == 0 ? LittleEndian<std::uint16_t>{kNoLink} : stored;
 }
 
 template <class Archive>
 void AreaRecord::PassMemberIndices(Archive& archive) {
-    if (archive.version() >= 24) return MemberIndices.Pass(archive, 1);
+    if (archive.version() >= 24) return MemberIndices.Pass(archive, 1, "MemberIndices");
     if (archive.version() >= 22) PassFirst(archive, MemberIndices);
 }
 
 template void AreaRecord::Pass(Reader&);
+template void AreaRecord::Pass(NamedReader&);
 template void AreaRecord::Pass(Writer&);
 
 }  // namespace zel

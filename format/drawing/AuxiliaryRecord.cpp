@@ -16,6 +16,7 @@
 
 #include "AuxiliaryRecord.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -36,26 +37,34 @@ std::ostream& AuxiliaryRecord::Write(std::ostream& stream) {
 template <class Archive>
 void AuxiliaryRecord::Pass(Archive& archive) {
     archive.SetVersion(GetVersion());
-    archive.Since(9, AuxMode);
-    archive.Field(AuxName);
-    archive.Fields(AuxLong, AuxBlock16);
+    archive.Since(9, AuxMode, "AuxMode");
+    archive.Field(AuxName, "AuxName");
+    archive.Fields(Named{AuxLong, "AuxLong"}, Named{AuxBlock16, "AuxBlock16"});
     PassValues(archive);
-    archive.Fields(AuxBytes8, AuxBytes32, AuxReal1, AuxReal2, AuxFlag, AuxBytesTail);
+    archive.Fields(Named{AuxBytes8, "AuxBytes8"}, Named{AuxBytes32, "AuxBytes32"},
+                   Named{AuxReal1, "AuxReal1"}, Named{AuxReal2, "AuxReal2"}, Named{AuxFlag, "AuxFlag"},
+                   Named{AuxBytesTail, "AuxBytesTail"});
     const bool always = archive.version() >= 4 && archive.version() <= 8;
-    if (always || AuxMode == 2) archive.Field(AuxExtra);
+    if (always || AuxMode == 2) archive.Field(AuxExtra, "AuxExtra");
 }
 
 template <class Archive>
 void AuxiliaryRecord::PassValues(Archive& archive) {
-    if (archive.version() >= 21) return archive.Fields(AuxValue1, AuxValue2, AuxValue3, AuxValue4, AuxValue5);
-    for (auto* value : {&AuxValue1, &AuxValue2, &AuxValue3, &AuxValue4, &AuxValue5}) {
-        LittleEndian<std::int16_t> narrow{static_cast<std::int16_t>(*value)};
-        archive.Field(narrow);
-        if (Archive::kReads) *value = narrow;
+    if (archive.version() >= 21)
+        return archive.Fields(Named{AuxValue1, "AuxValue1"}, Named{AuxValue2, "AuxValue2"},
+                              Named{AuxValue3, "AuxValue3"}, Named{AuxValue4, "AuxValue4"},
+                              Named{AuxValue5, "AuxValue5"});
+    for (auto [value, name] :
+         {Named{AuxValue1, "AuxValue1"}, Named{AuxValue2, "AuxValue2"}, Named{AuxValue3, "AuxValue3"},
+          Named{AuxValue4, "AuxValue4"}, Named{AuxValue5, "AuxValue5"}}) {
+        LittleEndian<std::int16_t> narrow{static_cast<std::int16_t>(value)};
+        archive.Field(narrow, name);
+        if (Archive::kReads) value = narrow;
     }
 }
 
 template void AuxiliaryRecord::Pass(Reader&);
+template void AuxiliaryRecord::Pass(NamedReader&);
 template void AuxiliaryRecord::Pass(Writer&);
 
 }  // namespace zel

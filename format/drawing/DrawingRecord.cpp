@@ -37,17 +37,19 @@ std::ostream& DrawingRecord::Write(std::ostream& stream) {
 
 template <class Archive>
 void DrawingRecord::Pass(Archive& archive) {
-    Areas.Pass(archive);
-    Auxiliaries.Pass(archive);
-    Styles.Pass(archive);
+    Areas.Pass(archive, "Areas");
+    Auxiliaries.Pass(archive, "Auxiliaries");
+    Styles.Pass(archive, "Styles");
     archive.SetVersion(GetVersion());  // the records of the lists walked under their own
-    archive.Since(2, DrawingExtent);
-    archive.Since(14, DrawingLong1);
-    archive.Since(14, DrawingLong2);
-    archive.Since(14, DrawingLong3);
-    archive.Since(15, DrawingLong4);
-    Entities.Pass(archive);
-    TypedStyles.Pass(archive);
+    archive.Since(2, DrawingExtent, "DrawingExtent");
+    archive.Since(14, DrawingLong1, "DrawingLong1");
+    archive.Since(14, DrawingLong2, "DrawingLong2");
+    archive.Since(14, DrawingLong3, "DrawingLong3");
+    archive.Since(15, DrawingLong4, "DrawingLong4");
+    Entities.Pass(archive, "Entities");
+    TypedStyles.Pass(archive, "TypedStyles");
 }
+
+template void DrawingRecord::Pass(NamedReader&);
 
 }  // namespace zel

@@ -22,6 +22,10 @@ public:
     std::istream& Read(std::istream& stream) override;
     std::ostream& Write(std::ostream& stream) override;
 
+    // All of it in file order. An archive is a Reader, a Writer or a NamedReader.
+    template <class Archive>
+    void Pass(Archive& archive);
+
     VersionedRecordList<AreaRecord> Areas;
     VersionedRecordList<AuxiliaryRecord> Auxiliaries;
     VersionedRecordList<StyleAttributeRecord> Styles;
@@ -32,10 +36,6 @@ public:
     LittleEndian<std::uint32_t> DrawingLong4{};
     TypedRecordList<EntityRecord> Entities;
     TypedRecordList<StyleAttributeRecord> TypedStyles;
-
-private:
-    template <class Archive>
-    void Pass(Archive& archive);
 };
 
 }  // namespace zel

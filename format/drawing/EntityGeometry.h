@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "zel/record/FieldForm.h"
 #include "zel/record/LittleEndian.h"
 #include "zel/list/TypedRecord.h"
 #include "zel/record/Versioned.h"
@@ -10,6 +11,7 @@
 namespace zel {
 
 class EntityRecord;
+class NamedReader;
 class Reader;
 class Writer;
 template <class T>
@@ -19,6 +21,7 @@ struct Point {
     LittleEndian<double> X;
     LittleEndian<double> Y;
 };
+constexpr FieldForm FormOf(const Point& point) { return FormOf(point.X); }
 
 // What an entity of one kind consists of, beyond what all entities have. Owned by its entity. It keeps the
 // version that it was read with, with all that it owns, and is written by that one, whatever the version of
@@ -33,6 +36,7 @@ public:
 
     // All fields but a list of entities, which the walk over nested lists (Nested.h) takes.
     virtual void Pass(Reader& reader) = 0;
+    virtual void Pass(NamedReader& reader) = 0;
     virtual void Pass(Writer& writer) = 0;
     virtual TypedRecordList<EntityRecord>* Nested() { return nullptr; }
     const TypedRecordList<EntityRecord>* Nested() const {
@@ -53,6 +57,7 @@ public:
         return std::make_unique<Self>(static_cast<const Self&>(*this));
     }
     void Pass(Reader& reader) override { static_cast<Self*>(this)->Fields(reader); }
+    void Pass(NamedReader& reader) override { static_cast<Self*>(this)->Fields(reader); }
     void Pass(Writer& writer) override { static_cast<Self*>(this)->Fields(writer); }
 };
 

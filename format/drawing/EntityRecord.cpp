@@ -65,9 +65,11 @@ template <class Archive>
 void EntityRecord::Head(Archive& archive) {
     using Announces = StyleReference::Announces;
     LittleEndian<std::int16_t> narrow{static_cast<std::int16_t>(EntityShort)};
-    archive.Fields(AnchorA, AnchorB, EntityMeasure1, narrow, EntityMeasure2, EntityMeasure3);
-    StyleReference::Pass(archive, PrimaryStyle, Announces::kName);
-    StyleReference::Pass(archive, SecondaryStyle, Announces::kName);
+    archive.Fields(Named{AnchorA, "AnchorA"}, Named{AnchorB, "AnchorB"},
+                   Named{EntityMeasure1, "EntityMeasure1"}, Named{narrow, "EntityShort"},
+                   Named{EntityMeasure2, "EntityMeasure2"}, Named{EntityMeasure3, "EntityMeasure3"});
+    StyleReference::Pass(archive, PrimaryStyle, Announces::kName, "PrimaryStyle");
+    StyleReference::Pass(archive, SecondaryStyle, Announces::kName, "SecondaryStyle");
     if (Archive::kReads) {
         EntityShort = narrow;
         Geometry = EntityGeometry::Make(EntityKind);
@@ -80,11 +82,12 @@ template <class Archive>
 void EntityRecord::Tail(Archive& archive) {
     const bool shifted = GetVersion() <= 2;
     if (!Archive::kReads && shifted && OrderIndex != 0) OrderIndex = OrderIndex - 1;
-    archive.Field(OrderIndex);
+    archive.Field(OrderIndex, "OrderIndex");
     if (Archive::kReads && shifted && OrderIndex != 0) OrderIndex = OrderIndex + 1;  // 65535 becomes 0
 }
 
 template void EntityRecord::Pass(Reader&);
+template void EntityRecord::Pass(NamedReader&);
 template void EntityRecord::Pass(Writer&);
 
 }  // namespace zel

@@ -31,6 +31,7 @@ struct EntityFields {
 class EntityRecord : public TypedRecord, public Versioned, public EntityFields {
 public:
     using PassedAs = EntityRecord;
+    static constexpr char kTypeCodeName[] = "EntityKind";
 
     EntityRecord() = default;
     // Copies the geometry with its version.
@@ -54,6 +55,7 @@ public:
     void Head(Archive& archive);
     template <class Archive>
     void Tail(Archive& archive);
+    static constexpr char kNestedName[] = "Entities";
     TypedRecordList<EntityRecord>* Nested() { return Geometry ? Geometry->Nested() : nullptr; }
     const TypedRecordList<EntityRecord>* Nested() const {
         return Geometry ? std::as_const(*Geometry).Nested() : nullptr;

@@ -7,6 +7,7 @@
 
 #include "Kind13Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -30,10 +31,11 @@ std::unique_ptr<EntityGeometry> Kind13Geometry::Clone() const {
 
 template <class Archive>
 void Kind13Geometry::Fields(Archive& archive) {
-    archive.Fields(Short, Value1, Value2);
+    archive.Fields(Named{Short, "Short"}, Named{Value1, "Value1"}, Named{Value2, "Value2"});
 }
 
 template void Kind13Geometry::Fields(Reader&);
+template void Kind13Geometry::Fields(NamedReader&);
 template void Kind13Geometry::Fields(Writer&);
 
 }  // namespace zel

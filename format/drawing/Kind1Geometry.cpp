@@ -5,6 +5,7 @@
 
 #include "Kind1Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -13,10 +14,11 @@ namespace zel {
 template <class Archive>
 void Kind1Geometry::Fields(Archive& archive) {
     archive.SetVersion(GetVersion());
-    archive.Since(17, Raw);
+    archive.Since(17, Raw, "Raw");
 }
 
 template void Kind1Geometry::Fields(Reader&);
+template void Kind1Geometry::Fields(NamedReader&);
 template void Kind1Geometry::Fields(Writer&);
 
 }  // namespace zel

@@ -7,6 +7,7 @@
 
 #include "Kind23Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -19,12 +20,14 @@ void Kind23Geometry::SetVersion(std::int32_t version) {
 
 template <class Archive>
 void Kind23Geometry::Fields(Archive& archive) {
-    archive.PlainText(Name);
-    archive.Fields(Value1, Value2, Value3, Value4, Value5);
-    Records.Pass(archive);
+    archive.PlainText(Name, "Name");
+    archive.Fields(Named{Value1, "Value1"}, Named{Value2, "Value2"}, Named{Value3, "Value3"},
+                   Named{Value4, "Value4"}, Named{Value5, "Value5"});
+    Records.Pass(archive, "Records");
 }
 
 template void Kind23Geometry::Fields(Reader&);
+template void Kind23Geometry::Fields(NamedReader&);
 template void Kind23Geometry::Fields(Writer&);
 
 }  // namespace zel

@@ -5,6 +5,7 @@
 
 #include "Kind2Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -12,10 +13,11 @@ namespace zel {
 
 template <class Archive>
 void Kind2Geometry::Fields(Archive& archive) {
-    archive.Fields(First, Second);
+    archive.Fields(Named{First, "First"}, Named{Second, "Second"});
 }
 
 template void Kind2Geometry::Fields(Reader&);
+template void Kind2Geometry::Fields(NamedReader&);
 template void Kind2Geometry::Fields(Writer&);
 
 }  // namespace zel

@@ -7,6 +7,7 @@
 
 #include "Kind35Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -14,10 +15,11 @@ namespace zel {
 
 template <class Archive>
 void Kind35Geometry::Fields(Archive& archive) {
-    archive.Fields(Raw, First, Second, Value);
+    archive.Fields(Named{Raw, "Raw"}, Named{First, "First"}, Named{Second, "Second"}, Named{Value, "Value"});
 }
 
 template void Kind35Geometry::Fields(Reader&);
+template void Kind35Geometry::Fields(NamedReader&);
 template void Kind35Geometry::Fields(Writer&);
 
 }  // namespace zel

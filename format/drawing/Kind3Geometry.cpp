@@ -6,6 +6,7 @@
 
 #include "Kind3Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -13,10 +14,11 @@ namespace zel {
 
 template <class Archive>
 void Kind3Geometry::Fields(Archive& archive) {
-    archive.Fields(Position, Value);
+    archive.Fields(Named{Position, "Position"}, Named{Value, "Value"});
 }
 
 template void Kind3Geometry::Fields(Reader&);
+template void Kind3Geometry::Fields(NamedReader&);
 template void Kind3Geometry::Fields(Writer&);
 
 }  // namespace zel

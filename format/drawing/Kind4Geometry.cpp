@@ -6,6 +6,7 @@
 
 #include "Kind4Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -13,10 +14,11 @@ namespace zel {
 
 template <class Archive>
 void Kind4Geometry::Fields(Archive& archive) {
-    archive.Fields(First, Second, Value);
+    archive.Fields(Named{First, "First"}, Named{Second, "Second"}, Named{Value, "Value"});
 }
 
 template void Kind4Geometry::Fields(Reader&);
+template void Kind4Geometry::Fields(NamedReader&);
 template void Kind4Geometry::Fields(Writer&);
 
 }  // namespace zel

@@ -9,6 +9,7 @@
 
 #include "Kind7Geometry.h"
 
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -16,13 +17,14 @@ namespace zel {
 
 template <class Archive>
 void Kind7Geometry::Fields(Archive& archive) {
-    archive.Fields(Position, Value1);
-    archive.Field(Text);
-    archive.Fields(Value2, Value3, Value4);
-    archive.Field(Name);
+    archive.Fields(Named{Position, "Position"}, Named{Value1, "Value1"});
+    archive.Field(Text, "Text");
+    archive.Fields(Named{Value2, "Value2"}, Named{Value3, "Value3"}, Named{Value4, "Value4"});
+    archive.Field(Name, "Name");
 }
 
 template void Kind7Geometry::Fields(Reader&);
+template void Kind7Geometry::Fields(NamedReader&);
 template void Kind7Geometry::Fields(Writer&);
 
 }  // namespace zel

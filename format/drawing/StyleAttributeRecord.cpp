@@ -34,15 +34,16 @@ std::ostream& StyleAttributeRecord::Write(std::ostream& stream) {
 template <class Archive>
 void StyleAttributeRecord::Pass(Archive& archive) {
     std::uint8_t constant[] = {6, 1};
-    archive.PlainText(GroupName);
-    archive.Fields(constant, GroupAttribute);
+    archive.PlainText(GroupName, "GroupName");
+    archive.Fields(Named{constant, "Constant"}, Named{GroupAttribute, "GroupAttribute"});
     if (Archive::kReads) GroupAttributeCopy = GroupAttribute;
-    StyleReference::Pass(archive, GroupStyle, StyleReference::Announces::kNothing);
-    archive.Field(GroupValues);
-    Members.Pass(archive);
+    StyleReference::Pass(archive, GroupStyle, StyleReference::Announces::kNothing, "GroupStyle");
+    archive.Field(GroupValues, "GroupValues");
+    Members.Pass(archive, "Members");
 }
 
 template void StyleAttributeRecord::Pass(Reader&);
+template void StyleAttributeRecord::Pass(NamedReader&);
 template void StyleAttributeRecord::Pass(Writer&);
 
 }  // namespace zel

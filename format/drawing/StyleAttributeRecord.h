@@ -14,6 +14,7 @@ class StyleAttributeRecord : public TypedRecord, public Versioned {
 public:
     using PassedAs = StyleAttributeRecord;
     static constexpr std::int16_t kTypeCode = 9;
+    static constexpr char kTypeCodeName[] = "TypeCode";
 
     void SetVersion(std::int32_t version) override;
     std::istream& Read(std::istream& stream) override;

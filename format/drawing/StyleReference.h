@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "zel/record/CountedText.h"
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -21,17 +22,30 @@ struct StyleReference {
 
     // `otherCodes` is what the codes 1 to 252 announce. With nothing announced the name stays as it was.
     template <std::size_t n>
-    static void Pass(Reader& reader, FixedText<n>& name, Announces otherCodes) {
+    static void Pass(Reader& reader, FixedText<n>& name, Announces otherCodes, const char*) {
         const auto code = reader.Value<std::uint8_t>();
         const std::string_view keyword = KeywordOf(code);
         if (!keyword.empty()) return name.Put(keyword);
         if (code == 0 || otherCodes == Announces::kName) reader.PlainText(name);
     }
     template <std::size_t n>
-    static void Pass(Writer& writer, const FixedText<n>& name, Announces) {
+    static void Pass(Writer& writer, const FixedText<n>& name, Announces, const char*) {
         const std::uint8_t code = CodeOf(name.Text());
         writer.Value(code);
         if (code == 0) writer.PlainText(name);
+    }
+    // Code and name are one field.
+    template <std::size_t n>
+    static void Pass(NamedReader& reader, FixedText<n>& name, Announces otherCodes, const char* fieldName) {
+        const auto code = static_cast<std::uint8_t>(reader.Peek(0));
+        const bool isNamed = code == 0 || (otherCodes == Announces::kName && KeywordOf(code).empty());
+        const std::size_t width = isNamed ? 2 + reader.Peek(1) : 1;
+        name.Put(NameIn(reader.Take({FieldKind::kStyle}, fieldName, width)));
+    }
+    // The name that the bytes of such a field stand for.
+    static std::string_view NameIn(std::string_view bytes) {
+        if (bytes.size() > 1) return bytes.substr(2);
+        return KeywordOf(static_cast<std::uint8_t>(bytes[0]));
     }
 };
 

@@ -10,6 +10,7 @@ class EmptyRecord : public TypedRecord, public Versioned {
 public:
     using PassedAs = EmptyRecord;
     static constexpr std::int16_t kTypeCode = 12;
+    static constexpr char kTypeCodeName[] = "TypeCode";
     static constexpr bool kBodyless = true;
 
     std::istream& Read(std::istream& stream) override { return stream; }

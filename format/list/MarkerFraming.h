@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "PassElement.h"
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -21,7 +22,7 @@ class MarkerCursor;
 template <class List>
 class MarkerCursor<Reader, List> {
 public:
-    MarkerCursor(Reader& reader, List& list) : reader_(reader), list_(list) {
+    MarkerCursor(Reader& reader, List& list, const char* = nullptr) : reader_(reader), list_(list) {
         list_.Clear();
         reader_.Value<std::uint8_t>();
     }
@@ -47,7 +48,7 @@ private:
 template <class List>
 class MarkerCursor<Writer, List> {
 public:
-    MarkerCursor(Writer& writer, List& list)
+    MarkerCursor(Writer& writer, List& list, const char* = nullptr)
         : writer_(writer), next_(list.Elements().begin()), end_(list.Elements().end()) {
         writer_.Value(std::uint8_t{1});
     }
@@ -65,10 +66,46 @@ private:
     typename List::Iterator end_;
 };
 
+// Holds one element at a time: nothing is kept of those shown.
+template <class List>
+class MarkerCursor<NamedReader, List> {
+public:
+    MarkerCursor(NamedReader& reader, List& list, const char* name)
+        : reader_(reader), list_(list), name_(name) {
+        list_.Clear();
+        reader_.Take({FieldKind::kMarkedList}, name_, 1);
+        reader_.BeginElements(name_);
+    }
+
+    auto* Next() {
+        using Element = std::remove_reference_t<decltype(list_.Append())>;
+        constexpr bool kIsRecord = std::is_class_v<Element>;
+        if (kIsRecord && !list_.Elements().empty()) reader_.EndRecord();
+        list_.Clear();
+        if (reader_.AtElement()) {
+            if constexpr (IsBodyless<Element>) {
+                reader_.Fail();
+            } else {
+                kIsRecord ? reader_.BeginRecord() : reader_.BeginValue();
+                return &list_.Append();
+            }
+        }
+        reader_.EndElements();
+        reader_.Take({FieldKind::kListEnd}, name_, 1);
+        return static_cast<Element*>(nullptr);
+    }
+    auto* Current() { return &list_.Elements().back(); }
+
+private:
+    NamedReader& reader_;
+    List& list_;
+    const char* name_;
+};
+
 // The whole list, in the direction of the archive.
 template <class Archive, class List>
-void PassMarkerList(Archive& archive, List& list) {
-    MarkerCursor<Archive, List> cursor(archive, list);
+void PassMarkerList(Archive& archive, List& list, const char* name) {
+    MarkerCursor<Archive, List> cursor(archive, list, name);
     while (auto* element = cursor.Next()) PassElement(archive, *element);
 }
 

@@ -9,23 +9,23 @@ namespace zel {
 // Walks over lists whose elements own further lists of their own kind, to any depth, on a constant stack:
 // what would be a recursion stands in a vector on the heap.
 //
-// A list has Elements(), a std::list. An element has Nested(), its list of further elements or null; Head and
-// Tail, which walk its fields before and behind that list; and CopyFields, which copies all but the nested
-// elements.
+// A list has Elements(), a std::list. An element has Nested(), its list of further elements or null, whose
+// name is kNestedName; Head and Tail, which walk its fields before and behind that list; and CopyFields,
+// which copies all but the nested elements.
 
 // Walks everything below `root`, which is framed by Cursor: its constructor passes the list's opening, its
 // Next gives the next element or, past the last, passes the closing and gives null; Current is the element
 // given last.
 template <class Cursor, class Archive, class List>
-void WalkNested(Archive& archive, List& root) {
+void WalkNested(Archive& archive, List& root, const char* name = nullptr) {
     std::vector<Cursor> path;
-    path.emplace_back(archive, root);
+    path.emplace_back(archive, root, name);
     for (;;) {
         auto* element = path.back().Next();
         if (element) {
             element->Head(archive);
             if (List* nested = element->Nested()) {
-                path.emplace_back(archive, *nested);
+                path.emplace_back(archive, *nested, element->kNestedName);
                 continue;
             }
         } else {
@@ -41,7 +41,7 @@ void WalkNested(Archive& archive, List& root) {
 template <class Cursor, class Archive, class Element>
 void WalkElement(Archive& archive, Element& element) {
     element.Head(archive);
-    if (auto* nested = element.Nested()) WalkNested<Cursor>(archive, *nested);
+    if (auto* nested = element.Nested()) WalkNested<Cursor>(archive, *nested, element.kNestedName);
     element.Tail(archive);
 }
 

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "PassElement.h"
+#include "zel/record/NamedReader.h"
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -20,7 +21,7 @@ class TypedCursor;
 template <class List>
 class TypedCursor<Reader, List> {
 public:
-    TypedCursor(Reader& reader, List& list) : reader_(reader), list_(list) {
+    TypedCursor(Reader& reader, List& list, const char* = nullptr) : reader_(reader), list_(list) {
         list_.Clear();
         if (reader_.Value<std::uint8_t>() == 0) remaining_ = reader_.Value<std::int16_t>();
     }
@@ -38,10 +39,49 @@ private:
     std::int16_t remaining_ = 0;
 };
 
+// Holds one element at a time: nothing is kept of those shown. Ends with the source, whatever was announced.
+template <class List>
+class TypedCursor<NamedReader, List> {
+public:
+    TypedCursor(NamedReader& reader, List& list, const char* name)
+        : reader_(reader), list_(list), name_(name) {
+        list_.Clear();
+        const std::string_view opening =
+            reader_.Take({FieldKind::kTypedList}, name_, reader_.Peek(0) == 0 ? 3 : 1);
+        LittleEndian<std::int16_t> count{};
+        if (opening[0] == 0) std::memcpy(&count, &opening[1], sizeof count);
+        remaining_ = count;
+        reader_.BeginElements(name_);
+    }
+
+    auto* Next() {
+        if (!list_.Elements().empty()) reader_.EndRecord();
+        list_.Clear();
+        if (remaining_ > 0 && !reader_.Rest().empty()) {
+            --remaining_;
+            reader_.BeginRecord();
+            std::int16_t code = 0;
+            reader_.Value(code, std::remove_reference_t<decltype(list_.Append(code))>::kTypeCodeName);
+            return &list_.Append(code);
+        }
+        reader_.EndElements();
+        // Where the source ended too early, what is missing is the next code.
+        reader_.Take({FieldKind::kListEnd}, name_, remaining_ > 0 ? sizeof(std::int16_t) : 0);
+        return decltype(Current()){nullptr};
+    }
+    auto* Current() { return &list_.Elements().back(); }
+
+private:
+    NamedReader& reader_;
+    List& list_;
+    const char* name_;
+    std::int16_t remaining_ = 0;
+};
+
 template <class List>
 class TypedCursor<Writer, List> {
 public:
-    TypedCursor(Writer& writer, List& list)
+    TypedCursor(Writer& writer, List& list, const char* = nullptr)
         : writer_(writer), next_(list.Elements().begin()), end_(list.Elements().end()) {
         const bool omitted = list.OmitWhenEmpty && list.Elements().empty();
         writer_.Value(static_cast<std::uint8_t>(omitted));

@@ -56,8 +56,8 @@ public:
     }
 
     template <class Archive>
-    void Pass(Archive& archive) {
-        TypedCursor<Archive, TypedRecordList> cursor(archive, *this);
+    void Pass(Archive& archive, const char* name = nullptr) {
+        TypedCursor<Archive, TypedRecordList> cursor(archive, *this, name);
         while (auto* element = cursor.Next()) PassElement(archive, *element);
     }
 

@@ -17,7 +17,7 @@ public:
 
     // In the file each value stands plus `offset`.
     template <class Archive>
-    void Pass(Archive& archive, std::uint32_t offset = 0);
+    void Pass(Archive& archive, std::uint32_t offset = 0, const char* name = nullptr);
 };
 
 }  // namespace zel

@@ -28,8 +28,8 @@ public:
     }
 
     template <class Archive>
-    void Pass(Archive& archive) {
-        PassMarkerList(archive, *this);
+    void Pass(Archive& archive, const char* name = nullptr) {
+        PassMarkerList(archive, *this, name);
     }
 };
 

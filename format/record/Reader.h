@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "CountedText.h"
+#include "FieldForm.h"
 #include "LittleEndian.h"
 #include "LongString.h"
 #include "PlainString.h"
@@ -55,16 +56,16 @@ public:
         if (tagAndCount[1] > 0) Characters(field.text, tagAndCount[1]);
     }
 
-    void Field(PlainString& field) { Text<std::uint8_t>(field.text); }
-    void Field(LongString& field) { Text<std::int16_t>(field.text); }
+    void Field(PlainString& field, const char* = nullptr) { Text<std::uint8_t>(field.text); }
+    void Field(LongString& field, const char* = nullptr) { Text<std::int16_t>(field.text); }
 
     // Fields that stand one behind the other.
     template <class... T>
-    void Fields(T&... fields) {
+    void Fields(const Named<T>&... fields) {
         constexpr std::size_t kSize = (sizeof(T) + ...);
-        if (!state_.good() || kSize > Available()) return (Field(fields), ...);
+        if (!state_.good() || kSize > Available()) return (Field(fields.field), ...);
         const char* from = GetArea::Begin(*state_.rdbuf());
-        ((std::memcpy(&fields, from, sizeof fields), from += sizeof fields), ...);
+        ((std::memcpy(&fields.field, from, sizeof(T)), from += sizeof(T)), ...);
         Skip(kSize);
     }
 
@@ -75,7 +76,7 @@ public:
 
     // A PlainString that is held in a fixed buffer, which keeps as much of it as it has room for.
     template <std::size_t n>
-    void PlainText(FixedText<n>& text) {
+    void PlainText(FixedText<n>& text, const char* = nullptr) {
         const std::size_t length = Value<std::uint8_t>();
         if (length == 0) return;
         char characters[UINT8_MAX];
@@ -89,6 +90,10 @@ public:
     T Value() {
         LittleEndian<T> value{};
         return Bytes(&value, sizeof value) == sizeof value ? T{value} : T{};
+    }
+    template <class T>
+    void Value(T& value, const char*) {
+        value = Value<T>();
     }
 
     // A length, then that many characters, of which the text is those before the first NUL. A length below 1

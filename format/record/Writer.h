@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "CountedText.h"
+#include "FieldForm.h"
 #include "LittleEndian.h"
 #include "LongString.h"
 #include "PlainString.h"
@@ -51,16 +52,16 @@ public:
         Bytes(field.text.data(), field.text.size());
     }
 
-    void Field(const PlainString& field) { Text<std::uint8_t>(field.text); }
-    void Field(const LongString& field) { Text<std::int16_t>(field.text); }
+    void Field(const PlainString& field, const char* = nullptr) { Text<std::uint8_t>(field.text); }
+    void Field(const LongString& field, const char* = nullptr) { Text<std::int16_t>(field.text); }
 
     // Fields that stand one behind the other.
     template <class... T>
-    void Fields(const T&... fields) {
+    void Fields(const Named<T>&... fields) {
         constexpr std::size_t kSize = (sizeof(T) + ...);
-        if (!state_.good() || kSize > PutArea::Size(*state_.rdbuf())) return (Field(fields), ...);
+        if (!state_.good() || kSize > PutArea::Size(*state_.rdbuf())) return (Field(fields.field), ...);
         char* to = PutArea::Begin(*state_.rdbuf());
-        ((std::memcpy(to, &fields, sizeof fields), to += sizeof fields), ...);
+        ((std::memcpy(to, &fields.field, sizeof(T)), to += sizeof(T)), ...);
         PutArea::Skip(*state_.rdbuf(), kSize);
     }
 
@@ -70,12 +71,12 @@ public:
     }
 
     template <std::size_t n>
-    void PlainText(const FixedText<n>& text) {
+    void PlainText(const FixedText<n>& text, const char* = nullptr) {
         Text<std::uint8_t>(text.Text());
     }
 
     template <class T>
-    void Value(T value) {
+    void Value(T value, const char* = nullptr) {
         Field(LittleEndian<T>{value});
     }
 

@@ -115,7 +115,7 @@ TEST(SketchFile, HasWhatItsVersionHasAndCopiesAllButFileFlags) {
         EXPECT_EQ(back.definitions.GetVersion(), v);
         back.FileFlags = 7;
         back = SketchFile(file);
-        EXPECT_EQ(back.FileFlags, 7) << v;
+        EXPECT_EQ(back.FileFlags, 7u) << v;
         back.FileFlags = 0x403;
         EXPECT_TRUE(SameBytes(bytes, Written(back))) << v;
     }

@@ -50,7 +50,15 @@ struct Commands {
         auto* json = showApp->add_flag("--json", show.json, "As JSON that tells every byte of the file");
         showApp->add_flag("--hex", show.hex, "Every byte with its offset, its field and the field's value")
             ->excludes(json);
-        showApp->add_option("FILE", show.file, "The definition file")->required();
+        auto* drawing = showApp
+                            ->add_option("--drawing", show.drawing,
+                                         "FILE holds the drawing of a sketch of this version, 0 to 26")
+                            ->type_name("VERSION")
+                            ->check(CLI::Range(0, 26));
+        showApp->add_option("--at", show.at, "Where in FILE the drawing begins, in bytes; 0 if not given")
+            ->type_name("OFFSET")
+            ->needs(drawing);
+        showApp->add_option("FILE", show.file, "The file")->required();
         buildApp->footer(JsonFooter());
         buildApp->add_option("JSON", build.json, "The JSON text")->required();
         buildApp->add_option("OUT", build.out, "The definition file to write")->required();

@@ -42,7 +42,7 @@ public:
 
     void OnField(const Field& field) override {
         if (field.kind == FieldKind::kLeftOver || names_.count(field.name) != 0) return;
-        const bool isEmpty = field.kind == FieldKind::kShort ? field.Text().empty() : field.Integer() == 0;
+        const bool isEmpty = field.kind == FieldKind::kShort ? field.Text().empty() : field.Bits() == 0;
         if (isEmpty) return;
         ++losses_;
         out_ << "lost: " << field.FullName() << " = " << ValueText(field) << '\n';

@@ -6,6 +6,7 @@
 #include "zel/print/PagePrinter.h"
 #include "zel/text/Palette.h"
 #include "zel/survey/Surveyor.h"
+#include "zel/text/Text.h"
 
 namespace zel {
 
@@ -14,17 +15,25 @@ ExitStatus ShowCommand::Run(const Console& console) const {
     const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
     if (json) {
         JsonWriter writer(console.out);
-        Surveyor::Survey(bytes, writer);
+        Survey(bytes, writer);
         writer.Finish();
     } else if (hex) {
         HexPrinter printer(console.out, palette);
-        Surveyor::Survey(bytes, printer);
+        Survey(bytes, printer);
     } else {
         PagePrinter printer(console.out, palette);
-        Surveyor::Survey(bytes, printer);
+        Survey(bytes, printer);
         printer.Finish();
     }
     return kSound;
+}
+
+void ShowCommand::Survey(std::string_view bytes, FieldVisitor& visitor) const {
+    if (!drawing) return Surveyor::Survey(bytes, visitor);
+    if (at > bytes.size())
+        throw Failure(kUnusable, file + " has no byte " + std::to_string(at) + ": it ends after " +
+                                     Counted(bytes.size(), "byte"));
+    Surveyor::SurveyDrawing(bytes.substr(at), *drawing, visitor, at);
 }
 
 }  // namespace zel

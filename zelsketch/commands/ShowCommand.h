@@ -1,19 +1,27 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "Console.h"
+#include "zel/survey/Field.h"
 #include "zel/text/Failure.h"
 
 namespace zel {
 
-// zelsketch show: what is in a file, as a page, as JSON or byte by byte.
+// zelsketch show: what is in a definition file or a drawing, as a page, as JSON or byte by byte.
 struct ShowCommand {
     std::string file;
     bool json = false;
     bool hex = false;
+    std::optional<std::int32_t> drawing;  // the version of the sketch whose drawing the file holds
+    std::size_t at = 0;                   // where it begins
 
     ExitStatus Run(const Console& console) const;
+
+private:
+    void Survey(std::string_view bytes, FieldVisitor& visitor) const;
 };
 
 }  // namespace zel

@@ -14,7 +14,8 @@ namespace zel {
 // Where the walk stands in a list: the JSON array's elements, one by one.
 class Assembler::Cursor {
 public:
-    Cursor(Assembler& assembler, DefinitionList&) : assembler_(assembler), next_(assembler.OpenList()) {}
+    Cursor(Assembler& assembler, DefinitionList&, const char*)
+        : assembler_(assembler), next_(assembler.OpenList()) {}
 
     DefinitionRecord* Next() {
         if (!next_) {
@@ -113,10 +114,10 @@ void Assembler::Fill(FieldKind kind, const char* name, char* bytes, std::size_t 
     if (!node) return;
     if (kind == FieldKind::kCounted || kind == FieldKind::kFixed) return FillText(kind, *node, bytes, width);
     std::uint64_t bits = 0;
-    if (kind == FieldKind::kDouble) {
+    if (kind == FieldKind::kReal) {
         bits = DoubleBits(*node);
     } else {
-        const bool isSigned = width == 4;
+        const bool isSigned = kind == FieldKind::kSigned;
         const std::int64_t most = (std::int64_t{1} << (8 * width - (isSigned ? 1 : 0))) - 1;
         bits = static_cast<std::uint64_t>(Integer(*node, isSigned ? -most - 1 : 0, most));
     }

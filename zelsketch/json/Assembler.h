@@ -29,7 +29,7 @@ public:
     void Field(T& field, const char* name) {
         char bytes[sizeof field];
         std::memcpy(bytes, &field, sizeof field);
-        Fill(KindOf(field), name, bytes, sizeof field);
+        Fill(FormOf(field).kind, name, bytes, sizeof field);
         std::memcpy(&field, bytes, sizeof field);
         out_.append(bytes, sizeof field);
     }

@@ -8,33 +8,32 @@
 
 namespace zel {
 
-JsonWriter::JsonWriter(std::ostream& out) : out_(out) {
-    Open('{');
+JsonWriter::JsonWriter(std::ostream& out) : out_(out) { Open('{'); }
+
+void JsonWriter::OnHeader() {
     Key("Header");
     Open('{');
 }
 
 void JsonWriter::OnField(const Field& field) {
     missing_ += field.Missing();
-
-    if (field.kind == FieldKind::kClosing) {
-        Close(']');
-        if (field.name == "Members") Close('}');
-        return;
-    }
-    if (field.kind == FieldKind::kOpening) {
-        if (field.Byte(0) != 1) {
-            Key(std::string(field.name) + "Opening");
-            buffer_ += std::to_string(field.Byte(0));
-        }
-        Key(field.name);
-        return Open('[');
-    }
-    Key(field.name);
+    if (field.kind == FieldKind::kListEnd) return Close(']');
+    if (field.kind == FieldKind::kMarkedList || field.kind == FieldKind::kTypedList) return OpenList(field);
+    field.name.empty() ? NewLine() : Key(field.name);
     Value(field);
 }
 
-void JsonWriter::OnDefinition(const Place&) {
+void JsonWriter::OpenList(const Field& field) {
+    const std::size_t usual = field.kind == FieldKind::kMarkedList ? 1 : 0;
+    if (field.Byte(0) != usual) {
+        Key(std::string(field.name) + "Opening");
+        buffer_ += std::to_string(field.Byte(0));
+    }
+    Key(field.name);
+    Open('[');
+}
+
+void JsonWriter::OnRecord(const Place&) {
     NewLine();
     Open('{');
 }
@@ -51,20 +50,32 @@ void JsonWriter::Finish() {
 
 void JsonWriter::Value(const Field& field) {
     switch (field.kind) {
-        case FieldKind::kNumber:
-            buffer_ += std::to_string(field.Integer());
-            return;
-        case FieldKind::kDouble: {
-            const std::uint64_t bits = DoubleBits(field);
-            buffer_ += IsExactDecimal(bits) ? Decimal(bits) : '"' + HexNumber(bits, 8) + '"';
-            return;
-        }
+        case FieldKind::kUnsigned:
+        case FieldKind::kSigned:
+        case FieldKind::kReal:
+            return Numbers(field);
+        case FieldKind::kRaw:
         case FieldKind::kLeftOver:
             buffer_ += '"' + HexDigits(field.bytes) + '"';
             return;
         default:
             field.IsPlain() ? String(field.Text()) : PartsOfText(field);
     }
+}
+
+void JsonWriter::Numbers(const Field& field) {
+    const std::size_t count = field.Count();
+    if (count > 1) buffer_ += '[';
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i > 0) buffer_ += ", ";
+        const std::uint64_t bits = field.Bits(i);
+        if (field.kind != FieldKind::kReal) {
+            buffer_ += std::to_string(field.Integer(i));
+        } else {
+            buffer_ += IsExactDecimal(bits) ? Decimal(bits) : '"' + HexNumber(bits, 8) + '"';
+        }
+    }
+    if (count > 1) buffer_ += ']';
 }
 
 void JsonWriter::PartsOfText(const Field& field) {

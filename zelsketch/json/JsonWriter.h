@@ -18,8 +18,10 @@ public:
     explicit JsonWriter(std::ostream& out);
 
     void OnField(const Field& field) override;
+    void OnHeader() override;
     void OnHeaderEnd() override { Close('}'); }
-    void OnDefinition(const Place& place) override;
+    void OnRecord(const Place& place) override;
+    void OnRecordEnd() override { Close('}'); }
     void Finish();
 
 private:
@@ -29,7 +31,9 @@ private:
     void Close(char bracket);
     void PartsOfText(const Field& field);
     void String(std::string_view text);
+    void OpenList(const Field& field);
     void Value(const Field& field);
+    void Numbers(const Field& field);
     void Flush();
 
     std::ostream& out_;

@@ -13,7 +13,7 @@ public:
     HexPrinter(std::ostream& out, const Palette& palette) : out_(out), palette_(palette) {}
 
     void OnField(const Field& field) override;
-    void OnDefinition(const Place& place) override;
+    void OnRecord(const Place& place) override;
 
 private:
     std::ostream& out_;

@@ -7,42 +7,58 @@
 
 namespace zel {
 
-PagePrinter::PagePrinter(std::ostream& out, const Palette& palette) : out_(out), palette_(palette) {
+void PagePrinter::OnHeader() {
     Heading("Header");
+    thing_ = "definition";
 }
 
 void PagePrinter::OnField(const Field& field) {
     constexpr std::size_t kNameWidth = 24;
     missing_ += field.Missing();
-    if (field.kind == FieldKind::kOpening || field.kind == FieldKind::kClosing || field.present == 0) return;
+    const bool isFraming = field.kind == FieldKind::kMarkedList || field.kind == FieldKind::kTypedList ||
+                           field.kind == FieldKind::kListEnd;
+    if (isFraming || field.present == 0) return;
     if (field.kind == FieldKind::kLeftOver) {
-        indent_.clear();
+        Indent({});
         Heading("Behind the end");
+    } else if (isOutside_) {
+        ReturnTo(*field.place);
     }
-    std::string name(field.name);
+    std::string name = NameText(field);
     name.resize(std::max(name.size() + 1, kNameWidth), ' ');
     out_ << indent_ << "  " << palette_.name << name << palette_.end << ' ' << ValueText(field);
     if (field.Missing()) out_ << "  " << palette_.warning << "(cut short)" << palette_.end;
     out_ << '\n';
 }
 
-void PagePrinter::OnDefinition(const Place& place) {
-    constexpr std::size_t kDeepest = 12;
-    ++definitions_;
-    indent_.assign(4 * (std::min(place.size(), kDeepest) - 1), ' ');
+void PagePrinter::OnRecord(const Place& place) {
+    ++records_;
+    Indent(place);
     Heading(PlaceText(place));
 }
 
+// Behind the records of a list, those of the record around it go on.
+void PagePrinter::ReturnTo(const Place& place) {
+    Indent(place);
+    Heading(place.empty() ? "Drawing" : PlaceText(place) + ", continued");
+}
+
 void PagePrinter::Finish() {
-    indent_.clear();
-    Heading(Counted(definitions_, "definition"));
+    Indent({});
+    Heading(Counted(records_, thing_));
     if (missing_)
         Warn("The file is cut short: it lacks at least " + Counted(missing_, "byte") + " at its end.");
 }
 
 void PagePrinter::Heading(const std::string& text) {
-    if (text != "Header") out_ << '\n';
+    if (!isFirst_) out_ << '\n';
+    isFirst_ = isOutside_ = false;
     out_ << indent_ << palette_.heading << text << palette_.end << '\n';
+}
+
+void PagePrinter::Indent(const Place& place) {
+    constexpr std::size_t kDeepest = 12;
+    indent_.assign(place.empty() ? 0 : 4 * (std::min(place.size(), kDeepest) - 1), ' ');
 }
 
 void PagePrinter::Warn(const std::string& text) { out_ << palette_.warning << text << palette_.end << '\n'; }

@@ -22,8 +22,8 @@ struct FlagsOfFile {
         stored = image.Flags;
         asRead = AsRead(image).image.Flags;
     }
-    std::int32_t stored;
-    std::int32_t asRead;
+    std::uint32_t stored;
+    std::uint32_t asRead;
 };
 
 std::string Characters(std::size_t count) { return Counted(count, "character"); }
@@ -71,10 +71,10 @@ std::vector<Finding> Checker::CheckBySections(std::string_view file) {
     // The sections may be there all the same; the file tells by making sense without them.
     std::vector<Finding> asWritten = Check(file, true);
     if (asWritten.size() >= findings.size()) return findings;
-    const auto text = [](std::int32_t value) { return HexNumber(static_cast<std::uint32_t>(value), 4); };
-    asWritten.push_back({offsetof(HeaderImage, Flags),
-                         "Flags: Type and FileVersion make a reader look for the sections of " +
-                             text(flags.asRead) + ", but the writer wrote those of " + text(flags.stored)});
+    asWritten.push_back(
+        {offsetof(HeaderImage, Flags), "Flags: Type and FileVersion make a reader look for the sections of " +
+                                           HexNumber(flags.asRead, 4) + ", but the writer wrote those of " +
+                                           HexNumber(flags.stored, 4)});
     std::stable_sort(asWritten.begin(), asWritten.end(),
                      [](const Finding& a, const Finding& b) { return a.offset < b.offset; });
     return asWritten;
@@ -88,7 +88,7 @@ std::vector<Finding> Checker::Check(std::string_view file, bool asWritten) {
 
 void Checker::OnField(const Field& field) {
     if (isCut_ || isOutOfStep_) return;
-    if (field.kind == FieldKind::kClosing) isJudged_ = true;
+    if (field.kind == FieldKind::kListEnd) isJudged_ = true;
     if (field.Missing()) return CheckMissing(field);
     switch (field.kind) {
         case FieldKind::kShort:
@@ -98,7 +98,7 @@ void Checker::OnField(const Field& field) {
         case FieldKind::kFixed:
             if (const std::string fault = FaultOfText(field); !fault.empty()) Add(field, fault);
             return;
-        case FieldKind::kOpening:
+        case FieldKind::kMarkedList:
             if (field.Byte(0) != 1)
                 Add(field, "the opening byte is " + std::to_string(field.Byte(0)) + ", not 1");
             return;
@@ -109,13 +109,13 @@ void Checker::OnField(const Field& field) {
     }
 }
 
-void Checker::OnDefinition(const Place&) {
+void Checker::OnRecord(const Place&) {
     codes_.clear();
     isJudged_ = false;
 }
 
 void Checker::CheckMissing(const Field& field) {
-    if (field.kind == FieldKind::kClosing) {
+    if (field.kind == FieldKind::kListEnd) {
         const std::size_t depth = field.place->size();
         const std::string around = depth ? ", nor the " + std::to_string(depth) + " around it" : "";
         Add(field, "the list is not closed" + around);

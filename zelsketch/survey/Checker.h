@@ -22,7 +22,7 @@ public:
     static std::vector<Finding> Check(std::string_view file);
 
     void OnField(const Field& field) override;
-    void OnDefinition(const Place& place) override;
+    void OnRecord(const Place& place) override;
 
 private:
     explicit Checker(std::string_view file) : file_(file) {}

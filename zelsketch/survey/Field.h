@@ -6,28 +6,16 @@
 #include <string_view>
 #include <vector>
 
-#include "zel/record/CountedText.h"
-#include "zel/record/LittleEndian.h"
+#include "zel/record/FieldForm.h"
 
 namespace zel {
 
-enum class FieldKind { kNumber, kDouble, kCounted, kFixed, kShort, kOpening, kClosing, kLeftOver };
-
-constexpr FieldKind KindOf(const std::uint8_t&) { return FieldKind::kNumber; }
-constexpr FieldKind KindOf(const LittleEndian<std::uint16_t>&) { return FieldKind::kNumber; }
-constexpr FieldKind KindOf(const LittleEndian<std::int32_t>&) { return FieldKind::kNumber; }
-constexpr FieldKind KindOf(const LittleEndian<double>&) { return FieldKind::kDouble; }
-template <std::size_t n>
-constexpr FieldKind KindOf(const CountedText<n>&) {
-    return FieldKind::kCounted;
-}
-template <std::size_t n>
-constexpr FieldKind KindOf(const FixedText<n>&) {
-    return FieldKind::kFixed;
-}
-
-// Where a definition stands: its index in the file's list, then in the members of that definition, and so on.
-using Place = std::vector<std::uint32_t>;
+// Where a record stands: for each list around it the list's name, and the index in it.
+struct Level {
+    std::string_view list;
+    std::uint32_t index;
+};
+using Place = std::vector<Level>;
 
 // One field as it stands in a file. A field that the file's end cuts is completed: with zeros, or with what
 // a writer always puts there.
@@ -36,17 +24,19 @@ struct Field {
     FieldKind kind;
     std::size_t offset;
     std::string_view bytes;
-    std::size_t present;  // how many of the bytes the file has
-    const Place*
-        place;  // of the definition it belongs to, which owns a list's opening and closing; else empty
+    std::size_t present;   // how many of the bytes the file has
+    const Place* place;    // of the record it belongs to, which owns a list's opening and closing; else empty
+    std::size_t unit = 0;  // of numbers: the bytes of each
 
     // "Definitions[2].AreaCode"
     std::string FullName() const;
     std::size_t Missing() const { return bytes.size() - present; }
     std::size_t Byte(std::size_t index) const { return static_cast<unsigned char>(bytes[index]); }
 
-    // Numbers: the value; those of 4 bytes are signed.
-    std::int64_t Integer() const;
+    // Numbers: how many the field holds, and each of them.
+    std::size_t Count() const { return bytes.size() / unit; }
+    std::int64_t Integer(std::size_t index = 0) const;
+    std::uint64_t Bits(std::size_t index = 0) const;
     // Texts: what a reader of the field sees. The tag and the NULs of a ShortString are no concern here.
     std::string_view Text() const;
     // How long a writer lets the text be.
@@ -57,16 +47,17 @@ struct Field {
     bool IsPlain() const;
 };
 
-// Is shown the fields of a file in file order. What a field belongs to follows from the calls before it:
-// the header's come first; a list's fields stand between an opening and its closing; a definition's end with
-// its list of members.
+// Is shown the fields of a file in file order: those of the header, of lists between a list's opening and its
+// end, of each record of a list, and what stands between the lists.
 class FieldVisitor {
 public:
     virtual ~FieldVisitor() = default;
 
     virtual void OnField(const Field& field) = 0;
+    virtual void OnHeader() {}
     virtual void OnHeaderEnd() {}
-    virtual void OnDefinition(const Place& /*place*/) {}
+    virtual void OnRecord(const Place& /*place*/) {}
+    virtual void OnRecordEnd() {}
 };
 
 }  // namespace zel

@@ -71,7 +71,7 @@ void WalkFile(Archive& archive, bool asWritten = false) {
     if (!file.HasDefinitions()) return;
     archive.SetVersion(file.GetVersion());
     file.Trailer(archive);
-    WalkNested<typename Archive::Cursor>(archive, file.definitions);
+    WalkNested<typename Archive::Cursor>(archive, file.definitions, "Definitions");
 }
 
 }  // namespace zel

@@ -3,17 +3,33 @@
 #include <algorithm>
 
 #include "FileWalk.h"
+#include "zel/drawing/DrawingRecord.h"
 
 namespace zel {
 
 class Surveyor::Cursor {
 public:
-    Cursor(Surveyor& surveyor, DefinitionList&) : surveyor_(surveyor) { surveyor_.OpenList(); }
-    DefinitionRecord* Next() { return surveyor_.NextElement() ? &surveyor_.record_ : nullptr; }
+    Cursor(Surveyor& surveyor, DefinitionList&, const char* name) : surveyor_(surveyor), name_(name) {
+        if (surveyor_.place_.empty()) surveyor_.record_.SetVersion(surveyor_.version());
+        surveyor_.Take({FieldKind::kMarkedList}, name_, 1);
+        surveyor_.BeginElements(name_);
+    }
+
+    DefinitionRecord* Next() {
+        if (surveyor_.place_.back().index != kBeforeFirst) surveyor_.EndRecord();
+        if (surveyor_.AtElement()) {
+            surveyor_.BeginRecord();
+            return &surveyor_.record_;
+        }
+        surveyor_.EndElements();
+        surveyor_.Take({FieldKind::kListEnd}, name_, 1);
+        return nullptr;
+    }
     DefinitionRecord* Current() { return &surveyor_.record_; }
 
 private:
     Surveyor& surveyor_;
+    const char* name_;
 };
 
 namespace {
@@ -25,7 +41,7 @@ struct InStep : FieldVisitor {
         if (field.present == 0) holds = false;
         if (field.kind == FieldKind::kCounted && first > field.MaxLength()) holds = false;
         if (field.kind == FieldKind::kShort && first != 6) holds = false;
-        if (field.kind == FieldKind::kOpening && first != 1) holds = false;
+        if (field.kind == FieldKind::kMarkedList && first != 1) holds = false;
     }
     bool holds = true;
 };
@@ -35,10 +51,17 @@ struct InStep : FieldVisitor {
 void Surveyor::Survey(std::string_view file, FieldVisitor& visitor, bool asWritten) {
     Surveyor surveyor(file, visitor);
     WalkFile(surveyor, asWritten);
-    const std::string_view rest = surveyor.rest_;
-    if (!rest.empty())
-        visitor.OnField(
-            {"LeftOver", FieldKind::kLeftOver, surveyor.offset_, rest, rest.size(), &surveyor.place_});
+    surveyor.ShowLeftOver();
+}
+
+void Surveyor::SurveyDrawing(std::string_view bytes, std::int32_t version, FieldVisitor& visitor,
+                             std::size_t start) {
+    Surveyor surveyor(bytes, visitor, start);
+    NamedReader& reader = surveyor;
+    DrawingRecord drawing;
+    drawing.SetVersion(version);
+    drawing.Pass(reader);
+    surveyor.ShowLeftOver();
 }
 
 bool Surveyor::LooksLikeDefinition(std::string_view bytes, std::int32_t version) {
@@ -46,48 +69,43 @@ bool Surveyor::LooksLikeDefinition(std::string_view bytes, std::int32_t version)
     Surveyor surveyor(bytes, inStep);
     surveyor.record_.SetVersion(version);
     surveyor.record_.Head(surveyor);
-    surveyor.Show(FieldKind::kOpening, "Members", 1);
+    surveyor.Take({FieldKind::kMarkedList}, DefinitionRecord::kNestedName, 1);
     const std::string_view rest = surveyor.rest_;
     return inStep.holds && (rest.empty() || rest[0] == 0 || rest[0] == 6);
 }
 
-void Surveyor::Field(ShortString&, const char* name) {
-    const std::size_t count = rest_.size() < 2 ? 0 : static_cast<unsigned char>(rest_[1]);
-    Show(FieldKind::kShort, name, 2 + count, 6);
-}
-
 void Surveyor::Field(DefinitionBlock& block, const char*) { EachField(*this, block); }
 
-std::string_view Surveyor::Show(FieldKind kind, const char* name, std::size_t width, char absent) {
+std::string_view Surveyor::Take(FieldForm form, const char* name, std::size_t width) {
     const std::string_view there = rest_.substr(0, width);
     std::string_view whole = there;
     if (there.size() < width) {
-        std::fill_n(completed_, width, '\0');
-        completed_[0] = absent;
-        std::copy(there.begin(), there.end(), completed_);
-        whole = {completed_, width};
+        completed_ = there;
+        if (there.empty() && form.kind == FieldKind::kShort) completed_ = '\6';
+        if (there.empty() && form.kind == FieldKind::kMarkedList) completed_ = '\1';
+        completed_.resize(width);
+        whole = completed_;
     }
-    visitor_.OnField({name, kind, offset_, whole, there.size(), &place_});
+    visitor_.OnField({name, form.kind, offset_, whole, there.size(), &place_, form.unit});
     rest_.remove_prefix(there.size());
     offset_ += there.size();
     return whole;
 }
 
-void Surveyor::OpenList() {
-    if (place_.empty()) record_.SetVersion(version_);
-    Show(FieldKind::kOpening, place_.empty() ? "Definitions" : "Members", 1, 1);
-    place_.push_back(kBeforeFirst);
+void Surveyor::BeginRecord() {
+    ++place_.back().index;
+    visitor_.OnRecord(place_);
 }
 
-bool Surveyor::NextElement() {
-    if (!rest_.empty() && rest_[0] != 0) {
-        ++place_.back();
-        visitor_.OnDefinition(place_);
-        return true;
-    }
-    place_.pop_back();
-    Show(FieldKind::kClosing, place_.empty() ? "Definitions" : "Members", 1);
-    return false;
+void Surveyor::Fail() {
+    unread_ = rest_;
+    rest_ = {};
+}
+
+void Surveyor::ShowLeftOver() {
+    const std::string_view rest = unread_.empty() ? rest_ : unread_;
+    if (!rest.empty())
+        visitor_.OnField({"LeftOver", FieldKind::kLeftOver, offset_, rest, rest.size(), &place_});
 }
 
 }  // namespace zel
