@@ -5,7 +5,7 @@
 
 #include "zel/com/Boundary.h"
 #include "DefinitionTree.h"
-#include "zel/control/DesktopGraphics.h"
+#include "PaintStore.h"
 #include "Property.h"
 #include "Text.h"
 
@@ -14,7 +14,6 @@ namespace {
 
 // 2 by 2 inches.
 constexpr SIZEL kNaturalExtent = {5080, 5080};
-constexpr wchar_t kCaption[] = L"ATL 3.0 : BRU_Store";
 
 // A file stream with room for many records between two calls of the system. The buffer outlives the stream.
 template <class Stream>
@@ -106,10 +105,7 @@ HRESULT BRU_Store::get_Flags(LONG* pVal) noexcept { return GetValue(file_.FileFl
 HRESULT BRU_Store::put_Flags(LONG newVal) noexcept { return PutValue(file_.FileFlags, newVal); }
 
 HRESULT BRU_Store::Paint(HDC hdc, const RECT& bounds) noexcept {
-    const HGDIOBJ previous = SelectObject(hdc, GetStockObject(WHITE_BRUSH));
-    Rectangle(hdc, bounds.left, bounds.top, bounds.right, bounds.bottom);
-    SelectObject(hdc, previous);
-    DrawCentredLine(hdc, kCaption, bounds);
+    PaintStore(hdc, bounds);
     return S_OK;
 }
 

@@ -4,16 +4,12 @@
 
 #include "zel/com/Boundary.h"
 #include "zel/com/EnumVariant.h"
-#include "zel/com/ThreadSlot.h"
 #include "zel/com/Variant.h"
 
 namespace zel {
 namespace {
 
 enum Member : DISPID { kItem = DISPID_VALUE, kAdd = 2, kRemove = 3, kNewEnum = DISPID_NEWENUM };
-
-// The head of the chain that the outermost release of this thread works off.
-const ThreadSlot outermostRelease;
 
 volatile LONG collectionSerial = 0;
 
@@ -43,23 +39,6 @@ ZEL_Collection::ZEL_Collection() noexcept {
 }
 
 ZEL_Collection::~ZEL_Collection() { FormatSerial(); }
-
-void ZEL_Collection::ReleaseLater(ComPtr<ZEL_Collection> collection) noexcept {
-    ZEL_Collection* released = collection.Detach();
-    if (!released) return;
-    if (auto* pending = static_cast<ZEL_Collection**>(outermostRelease.Get())) {
-        released->nextReleased_ = std::exchange(*pending, released);
-        return;
-    }
-    ZEL_Collection* pending = released;
-    outermostRelease.Set(&pending);
-    while (pending) {
-        ZEL_Collection* next = std::exchange(pending, pending->nextReleased_);
-        next->nextReleased_ = nullptr;
-        next->Release();
-    }
-    outermostRelease.Set(nullptr);
-}
 
 HRESULT ZEL_Collection::Item(VARIANT index, VARIANT* pItem) noexcept {
     if (pItem && PositionIn(index) < items_.Size()) CopyVariant(pItem, items_[PositionIn(index)]);

@@ -19,11 +19,6 @@ public:
     // Exchanges all items at once; the caller clears what it gets.
     void SwapItems(VariantArray& items) noexcept { items_.Swap(items); }
 
-    // Gives back the one reference that a definition holds to its members. While another such release is
-    // under way on this thread it only queues there, so that a tree of any depth goes away on a constant
-    // stack.
-    static void ReleaseLater(ComPtr<ZEL_Collection> collection) noexcept;
-
     STDMETHODIMP Item(VARIANT index, VARIANT* pItem) noexcept override;
     STDMETHODIMP get_Count(LONG* pVal) noexcept override;
     STDMETHODIMP get__NewEnum(IUnknown** pVal) noexcept override;
@@ -38,11 +33,13 @@ public:
                         VARIANT* value, EXCEPINFO* exception, UINT* badArgument) noexcept override;
 
 private:
+    friend class FlatRelease;
+
     ~ZEL_Collection() override;
     void AppendItemsOf(IZEL_Collection& other);
 
     VariantArray items_;
-    ZEL_Collection* nextReleased_ = nullptr;
+    ZEL_Collection* nextReleased_ = nullptr;  // FlatRelease's
 };
 
 }  // namespace zel

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "FlatRelease.h"
 #include "Gathering.h"
 #include "Property.h"
 
@@ -11,7 +12,7 @@ ZEL_Definition::ZEL_Definition() : members_(Make<ZEL_Collection>()) {
     if (!members_) throw std::bad_alloc();
 }
 
-ZEL_Definition::~ZEL_Definition() { ZEL_Collection::ReleaseLater(std::move(members_)); }
+ZEL_Definition::~ZEL_Definition() { FlatRelease::Release(std::move(members_)); }
 
 void ZEL_Definition::GatherBeforeMembers(IZEL_Definition& source, DefinitionRecord& record) {
     Gathering<IZEL_Definition> from(source);
