@@ -77,8 +77,7 @@ HRESULT BRU_Store::LoadFromFile(BSTR FileName, LONG* Result) noexcept {
     if (Result) *Result = 0;
     return Boundary([&] {
         ReadImage(ToPath(FileName));
-        if (file_.GetVersion() < 0 || file_.GetVersion() > SketchFile::kNewestVersion)
-            return RefuseVersion(Result);
+        if (!file_.HasDefinitions()) return RefuseVersion(Result);
         PublishImage();
         return S_OK;
     });
@@ -88,7 +87,7 @@ HRESULT BRU_Store::SaveToFile(BSTR FileName, LONG* Result) noexcept {
     if (Result) *Result = 0;
     return Boundary([&] {
         GatherImage();
-        if (file_.GetVersion() < 1 || file_.GetVersion() > SketchFile::kNewestVersion)
+        if (!file_.HasDefinitions() || file_.GetVersion() < SketchFile::kOldestSavedVersion)
             return RefuseVersion(Result);
         return WriteImage(ToPath(FileName));
     });

@@ -27,7 +27,7 @@ public:
     STDMETHODIMP put_Definitions(IZEL_Collection* newVal) noexcept override;
     // A file that cannot be opened is no error: what the image holds is published again.
     STDMETHODIMP LoadFromFile(BSTR FileName, LONG* Result) noexcept override;
-    // Refuses versions outside 1 to 5 before it opens anything.
+    // Refuses unknown versions, and those too old to be saved, before it opens anything.
     STDMETHODIMP SaveToFile(BSTR FileName, LONG* Result) noexcept override;
     STDMETHODIMP get_DefinitionType(unsigned char* pVal) noexcept override;
     STDMETHODIMP put_DefinitionType(unsigned char newVal) noexcept override;

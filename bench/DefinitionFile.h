@@ -17,7 +17,7 @@ inline void Fill(DefinitionRecord& record, std::int64_t number) {
     if (number % 7 == 0) record.SubtractAreaCode.text = "GAR";
 }
 
-// A file of version 5: one in ten top-level definitions has two members.
+// A new file: one in ten top-level definitions has two members.
 inline std::unique_ptr<SketchFile> MakeDefinitionFile(std::int64_t records) {
     auto file = std::make_unique<SketchFile>();
     for (std::int64_t i = 0; i < records; ++i) {

@@ -20,20 +20,14 @@ DefinitionRecord::DefinitionRecord(const DefinitionRecord& other) : Record(other
 
 DefinitionRecord& DefinitionRecord::operator=(const DefinitionRecord& other) {
     DefinitionRecord copy(other);
-    std::swap(AreaCode, copy.AreaCode);
-    std::swap(SubtractAreaCode, copy.SubtractAreaCode);
     std::swap(Members, copy.Members);
-    block = copy.block;
-    Hidden = copy.Hidden;
     Record::operator=(copy);
+    DefinitionFields::operator=(std::move(copy));
     return *this;
 }
 
 void DefinitionRecord::CopyFields(const DefinitionRecord& other) {
-    AreaCode = other.AreaCode;
-    SubtractAreaCode = other.SubtractAreaCode;
-    block = other.block;
-    Hidden = other.Hidden;
+    DefinitionFields::operator=(other);
     Record::operator=(other);
     Members.Record::operator=(other.Members);
     Normalize();

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 #include "zel/record/CountedText.h"
 #include "DefinitionList.h"
@@ -26,6 +27,10 @@ struct DefinitionBlock {
     std::uint8_t PostDescription;
     std::uint8_t PostArea;
     std::uint8_t DimensionType;
+
+    // The fields one by one, for an archive that does not take the block whole.
+    template <class Archive>
+    void EachField(Archive& archive);
 };
 static_assert(sizeof(DefinitionBlock) == 109 && alignof(DefinitionBlock) == 1);
 static_assert(offsetof(DefinitionBlock, AreaName) == 9 && offsetof(DefinitionBlock, AreaDescription) == 30);
@@ -33,11 +38,21 @@ static_assert(offsetof(DefinitionBlock, WallWidth) == 51 && offsetof(DefinitionB
 static_assert(offsetof(DefinitionBlock, FillPattern) == 100 &&
               offsetof(DefinitionBlock, DimensionType) == 108);
 
+// All fields of a definition but its members. Copied, assigned and reset as a whole, so that no other place
+// lists them.
+struct DefinitionFields {
+    ShortString AreaCode;
+    DefinitionBlock block{};
+    std::uint8_t Hidden = 0;
+    ShortString SubtractAreaCode;
+};
+static_assert(std::is_nothrow_move_assignable_v<DefinitionFields>);
+
 // One area definition and, below it, the definitions it is composed of. A new one is empty and zero, with
 // version 0.
-class DefinitionRecord : public Record {
+class DefinitionRecord : public Record, public DefinitionFields {
 public:
-    DefinitionRecord() : block{} {}
+    DefinitionRecord() = default;
     // A copy is normalized. An assignment that runs out of memory changes nothing.
     DefinitionRecord(const DefinitionRecord& other);
     DefinitionRecord& operator=(const DefinitionRecord& other);
@@ -45,7 +60,7 @@ public:
     void SetVersion(std::int32_t version) override;
     std::istream& Read(std::istream& stream) override;
     std::ostream& Write(std::ostream& stream) override;
-    // Puts a NUL into each counted text.
+    // Puts a NUL into each CountedText.
     virtual void Normalize();
 
     // For the walks over nested lists (Nested.h). An archive is a Reader, a Writer, or what presents their
@@ -60,10 +75,6 @@ public:
     // Everything but the members.
     void CopyFields(const DefinitionRecord& other);
 
-    ShortString AreaCode;
-    DefinitionBlock block;
-    std::uint8_t Hidden = 0;
-    ShortString SubtractAreaCode;
     DefinitionList Members;
 
 private:
@@ -75,6 +86,23 @@ private:
         Members.Record::SetVersion(version);
     }
 };
+
+template <class Archive>
+void DefinitionBlock::EachField(Archive& archive) {
+    archive.Field(Multiplier, "Multiplier");
+    archive.Field(CalcType, "CalcType");
+    archive.Field(AreaName, "AreaName");
+    archive.Field(AreaDescription, "AreaDescription");
+    archive.Field(WallWidth, "WallWidth");
+    archive.Field(WallHeight, "WallHeight");
+    archive.Field(SegmentStyle, "SegmentStyle");
+    archive.Field(FillPattern, "FillPattern");
+    archive.Field(LineColor, "LineColor");
+    archive.Field(FillColor, "FillColor");
+    archive.Field(PostDescription, "PostDescription");
+    archive.Field(PostArea, "PostArea");
+    archive.Field(DimensionType, "DimensionType");
+}
 
 template <class Archive>
 void DefinitionRecord::Head(Archive& archive) {

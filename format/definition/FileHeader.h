@@ -25,6 +25,10 @@ struct HeaderImage {
     CountedText<11> ProgramVersionSignature;  // in the file with kProgramVersionFlag
     CountedText<21> CreatedByVersion;         // both in the file with kWriterVersionsFlag
     CountedText<21> ModifiedByVersion;
+
+    // The fields of the 54 bytes one by one, for an archive that does not take them whole.
+    template <class Archive>
+    void EachMandatoryField(Archive& archive);
 };
 static_assert(sizeof(HeaderImage) == 107 && alignof(HeaderImage) == 1);
 static_assert(offsetof(HeaderImage, FileVersion) == 17 && offsetof(HeaderImage, LastModifiedBy) == 44);
@@ -50,7 +54,7 @@ public:
     std::istream& Read(std::istream& stream) override;
     // Writes the sections that Flags name; unlike Read it adds none.
     std::ostream& Write(std::ostream& stream) override;
-    // Puts a NUL into each counted text.
+    // Puts a NUL into each CountedText.
     virtual void Normalize();
 
     // Ticks of 100 ns since 1 January 1601 of a day number and seconds, modulo 2^64.
@@ -71,6 +75,21 @@ private:
     void UpgradeVersion();
     void AddImpliedFlags();
 };
+
+template <class Archive>
+void HeaderImage::EachMandatoryField(Archive& archive) {
+    archive.Field(Signature, "Signature");
+    archive.Field(TarnVersion, "TarnVersion");
+    archive.Field(Flags, "Flags");
+    archive.Field(Type, "Type");
+    archive.Field(FileVersion, "FileVersion");
+    archive.Field(CreationDate, "CreationDate");
+    archive.Field(CreationTime, "CreationTime");
+    archive.Field(CreatedBy, "CreatedBy");
+    archive.Field(ModifiedDate, "ModifiedDate");
+    archive.Field(ModifiedTime, "ModifiedTime");
+    archive.Field(LastModifiedBy, "LastModifiedBy");
+}
 
 template <class Archive>
 void FileHeader::OptionalSections(Archive& archive) {

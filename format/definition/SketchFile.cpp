@@ -1,10 +1,10 @@
 // The file:
 //
-//   order  width  field           present in versions
-//   1      54+    header          all
-//   2      1      DefinitionType  4 and 5
+//   order  width  field           present from version
+//   1      54+    header          always
+//   2      1      DefinitionType  4
 //   3      4      FileFlags       5
-//   4      2 + n  definitions     0 to 5
+//   4      2 + n  definitions     always, up to the newest known version
 
 #include "SketchFile.h"
 

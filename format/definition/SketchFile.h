@@ -8,13 +8,17 @@
 namespace zel {
 
 // A whole file: the header, two fields that later versions added, and the area definitions. Owns them all.
-// Files of versions 0 to 5 have all of it; any other version is a header alone. A new one is an empty file of
-// version 5.
+// A version that is known has all of it; any other is a header alone. A new one is an empty file of
+// kVersionOfNewFiles.
 class SketchFile : public Record {
 public:
+    // Versions 0 to this one are known: whatever names a version derives it from these constants.
     static constexpr std::int32_t kNewestVersion = 5;
+    static constexpr std::int32_t kVersionOfNewFiles = 5;
+    // Version 0 is loaded, but never saved by those who work on files for a user.
+    static constexpr std::int32_t kOldestSavedVersion = 1;
 
-    SketchFile() { SetVersion(kNewestVersion); }
+    SketchFile() { SetVersion(kVersionOfNewFiles); }
     SketchFile(const SketchFile& other) : SketchFile() { *this = other; }
     // Copies all but FileFlags, which stay those of this file.
     SketchFile& operator=(const SketchFile& other);

@@ -1,4 +1,4 @@
-// Counted texts in the file:
+// A text list in the file:
 //
 //   order  width   field
 //   1      2       count, unsigned

@@ -26,6 +26,7 @@ TEST_F(Properties, AreCutAndStandInTheFileAndComeBack) {
     }
     EXPECT_EQ(S_OK, store.object->put_Header(header.Get()));
     EXPECT_EQ(kDone, store.Save());
+    EXPECT_EQ(SketchFile::kNewestVersion, FileBytes()[17]) << "the table lacks what is new";
     EXPECT_TRUE(SameBytes(Hex({expected.begin(), expected.end()}), FileBytes()));
     EXPECT_EQ(kDone, other.Load());
     EXPECT_EQ(kDone, other.Save());

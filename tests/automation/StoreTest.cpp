@@ -17,10 +17,10 @@ std::string FreshHeader(char version) {
     return header;
 }
 
-TEST_F(StoreTest, FreshOneSavesAnEmptyFileOfVersion5) {
+TEST_F(StoreTest, FreshOneSavesAnEmptyNewFile) {
     Store store;
     EXPECT_EQ(kDone, store.Save());
-    EXPECT_TRUE(SameBytes(FreshHeader(5) + Hex("00 00*4 01 00"), FileBytes()));
+    EXPECT_TRUE(SameBytes(FreshHeader(SketchFile::kVersionOfNewFiles) + Hex("00 00*4 01 00"), FileBytes()));
 }
 
 TEST_F(StoreTest, SavesAndLoadsWhatEachVersionHolds) {
@@ -45,7 +45,7 @@ TEST_F(StoreTest, SavesAndLoadsWhatEachVersionHolds) {
 }
 
 TEST_F(StoreTest, SaveRefusesVersionsAndKeepsTheOneItRefused) {
-    for (const unsigned char version : {0, 6, 255}) {
+    for (const unsigned char version : {0, SketchFile::kNewestVersion + 1, 255}) {
         Store store;
         WriteFile("untouched");
         store.header->put_FileVersion(version);
@@ -59,7 +59,7 @@ TEST_F(StoreTest, SaveRefusesVersionsAndKeepsTheOneItRefused) {
 TEST_F(StoreTest, LoadJudgesByTheVersionAlone) {
     const std::string list = Hex("01 06 01 'A' 00*109 01 00");
     const std::tuple<std::string, Outcome, const wchar_t*> cases[] = {
-        {FreshHeader(6) + list + Hex("00"), kVersionRefused, L"OLD"},
+        {FreshHeader(SketchFile::kNewestVersion + 1) + list + Hex("00"), kVersionRefused, L"OLD"},
         {FreshHeader(0) + list + Hex("06 02 'B'"), kDone, L"A B"},
         {"", kDone, L""}};
     for (const auto& [bytes, outcome, tree] : cases) {

@@ -149,10 +149,10 @@ TEST_P(AnyStream, CutAnywhereReadsAsByteByByte) {
                 }
 }
 
-INSTANTIATE_TEST_SUITE_P(Versions, AnyStream, testing::Range(0, 6));
+INSTANTIATE_TEST_SUITE_P(Versions, AnyStream, testing::Range(0, SketchFile::kNewestVersion + 1));
 
 TEST(AnyStream, AFullOneIsLeftBadWithWhatItTook) {
-    SketchFile file = SampleFile(5);
+    SketchFile file = SampleFile(SketchFile::kNewestVersion);
     const std::string bytes = Written(file);
     for (std::size_t room = 0; room <= bytes.size(); ++room) {
         PieceBuffer buffer(std::string(room, '?'), 0, room % 2 == 0);
@@ -183,7 +183,7 @@ void RefuseEachBlock(Call call) {
 }
 
 TEST(OutOfMemory, WhatWasGotIsGivenBackAndNothingAssigned) {
-    SketchFile file = SampleFile(5);
+    SketchFile file = SampleFile(SketchFile::kNewestVersion);
     const std::string bytes = Written(file);
     RefuseEachBlock([&] { Written(file); });
     RefuseEachBlock([&] { ReadFrom(*std::make_unique<SketchFile>(), bytes); });

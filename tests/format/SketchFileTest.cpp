@@ -39,7 +39,7 @@ TEST(FileHeader, SectionsFollowFlagsAndTheKindOfFile) {
         ExpectPasses(FileHeader(), "01 'A' 00*9 40" + c.flags + behind,
                      "01 'A' 00*9 40" + c.flagsAfterReading + behind);
     }
-    // Each counted text ends where its count or the field does.
+    // Each CountedText ends where its count or the field does.
     ExpectPasses(FileHeader(), "09 EE*10 FF*43 00 EE*10 13 EE*20 14 EE*20",
                  "09 EE*9 00 FF*43 00 EE*9 00 13 EE*19 00 14 EE*19 00");
     ExpectPasses(FileHeader(), "0A EE*10 FF*43 01 EE*10 00 EE*20 01 EE*20",
@@ -99,12 +99,15 @@ TEST(DefinitionList, MembersStandBetweenTheirOwnMarkersAndKeepTheirVersion) {
 }
 
 TEST(SketchFile, HasWhatItsVersionHasAndCopiesAllButFileFlags) {
-    const char* const afterHeader[] = {"01 00", "01 00", "01 00", "01 00", "02 01 00", "02 03 04 00 00 01 00",
-                                       ""};
+    // Of each known version, and of the one behind them.
+    const char* const afterHeader[] = {
+        "01 00", "01 00", "01 00", "01 00", "02 01 00", "02 03 04 00 00 01 00", "",
+    };
+    ASSERT_EQ(std::size(afterHeader), SketchFile::kNewestVersion + 2u);
     SketchFile file;
     file.DefinitionType = 2;
     file.FileFlags = 0x403;
-    for (int v = 0; v <= 6; ++v) {
+    for (int v = 0; v <= SketchFile::kNewestVersion + 1; ++v) {
         file.SetVersion(v);
         std::string bytes = Hex("07 'TRN4WIN' 00*3 40 10 01 00*93") + Hex(afterHeader[v]);
         bytes[17] = static_cast<char>(v);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "zel/definition/SketchFile.h"
 #include "zel/text/Failure.h"
 #include "zel/files/Files.h"
 #include "zel/commands/Progress.h"
@@ -61,9 +62,12 @@ TEST_F(ToolTest, ConvertWritesTheSectionsThatTheNewVersionImplies) {
 }
 
 TEST_F(ToolTest, ConvertRefusesWhatItWouldNotCarryOver) {
-    for (const char* json : {R"({ "CutShort": 2 })", R"({ "Header": { "FileVersion": 6 } })"}) {
+    const std::string newest = std::to_string(SketchFile::kNewestVersion);
+    for (const std::string& json :
+         {std::string(R"({ "CutShort": 2 })"),
+          R"({ "Header": { "FileVersion": )" + std::to_string(SketchFile::kNewestVersion + 1) + " } }"}) {
         Build("f", json);
-        EXPECT_EQ(1, Zelsketch({"convert", "--to-version", "5", "f", "g"}).status) << json;
+        EXPECT_EQ(1, Zelsketch({"convert", "--to-version", newest, "f", "g"}).status) << json;
         EXPECT_FALSE(std::filesystem::exists("g")) << json;
     }
 }

@@ -12,6 +12,7 @@
 #include "zel/text/Failure.h"
 #include "Manual.h"
 #include "ShowCommand.h"
+#include "zel/text/Versions.h"
 
 namespace zel {
 namespace {
@@ -20,8 +21,8 @@ namespace {
 struct Commands {
     CLI::App app{
         "shows, checks, edits and converts area definition files\n"
-        "Reads the area definition files of a floor plan sketch, versions 0 to 5, whole or damaged. "
-        "Text is taken as Windows-1252.",
+        "Reads the area definition files of a floor plan sketch, versions " +
+            LoadedVersions() + ", whole or damaged. Text is taken as Windows-1252.",
         "zelsketch"};
     ShowCommand show;
     BuildCommand build;
@@ -63,10 +64,10 @@ struct Commands {
         buildApp->add_option("JSON", build.json, "The JSON text")->required();
         buildApp->add_option("OUT", build.out, "The definition file to write")->required();
         checkApp->add_option("FILE", check.files, "Definition files")->required();
-        convertApp->add_option("--to-version", convert.version, "The version of OUT, 1 to 5")
+        convertApp->add_option("--to-version", convert.version, "The version of OUT, " + SavedVersions())
             ->required()
             ->type_name("N")
-            ->check(CLI::Range(1, 5));
+            ->check(CLI::Range(SketchFile::kOldestSavedVersion, SketchFile::kNewestVersion));
         convertApp->add_option("FILE", convert.file, "The definition file")->required();
         convertApp->add_option("OUT", convert.out, "The definition file to write")->required();
     }

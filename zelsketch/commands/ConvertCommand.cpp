@@ -10,6 +10,7 @@
 #include "zel/survey/Surveyor.h"
 #include "zel/survey/FieldText.h"
 #include "zel/text/Text.h"
+#include "zel/text/Versions.h"
 
 namespace zel {
 namespace {
@@ -75,7 +76,7 @@ ExitStatus ConvertCommand::Run(const Console& console) const {
     content.Read(stream);
     if (!content.HasDefinitions())
         throw Failure(kDamaged, file + " has version " + std::to_string(content.GetVersion()) +
-                                    ", which cannot be converted: only 0 to 5 can");
+                                    ", which cannot be converted: only " + LoadedVersions() + " can");
     if (BytesOf(content) != bytes)
         console.error << "zelsketch: " << file << ": bytes that readers do not see are not carried over\n";
 

@@ -80,8 +80,7 @@ void Assembler::StartDefinition(JsonNode& node) {
     Expect(node, JsonNode::Type::kObject, "an object, a definition");
     object_ = &node;
     definitionStart_ = out_.size();
-    record_.block = {};
-    record_.Hidden = 0;
+    record_.DefinitionFields::operator=({});
 }
 
 void Assembler::Expect(const JsonNode& node, JsonNode::Type type, const char* what) const {
@@ -96,7 +95,7 @@ void Assembler::RefuseUnused(const JsonNode& object) {
                            "\" has no place here: no such field, or not with this FileVersion and Flags");
 }
 
-void Assembler::Field(DefinitionBlock& block, const char*) { EachField(*this, block); }
+void Assembler::Field(DefinitionBlock& block, const char*) { block.EachField(*this); }
 
 void Assembler::Field(ShortString&, const char* name) {
     TextParts parts;

@@ -7,6 +7,7 @@
 #include "Surveyor.h"
 #include "FieldText.h"
 #include "zel/text/Text.h"
+#include "zel/text/Versions.h"
 
 namespace zel {
 namespace {
@@ -132,8 +133,9 @@ void Checker::CheckVersion(const Field& field) {
     version_ = static_cast<std::int32_t>(field.Integer());
     const std::string version = "version " + std::to_string(version_);
     if (version_ > SketchFile::kNewestVersion)
-        Add(field, version + " is unknown: readers load 0 to 5 and stop behind the header");
-    if (version_ == 0) Add(field, version + " can be loaded, but not saved: only 1 to 5 can");
+        Add(field, version + " is unknown: readers load " + LoadedVersions() + " and stop behind the header");
+    if (version_ < SketchFile::kOldestSavedVersion)
+        Add(field, version + " can be loaded, but not saved: only " + SavedVersions() + " can");
 }
 
 void Checker::Add(const Field& field, const std::string& what) {

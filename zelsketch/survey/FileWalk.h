@@ -10,39 +10,6 @@
 
 namespace zel {
 
-// The fields of the fixed blocks, one by one, for archives that do not take a block whole.
-template <class Archive>
-void EachField(Archive& archive, DefinitionBlock& block) {
-    archive.Field(block.Multiplier, "Multiplier");
-    archive.Field(block.CalcType, "CalcType");
-    archive.Field(block.AreaName, "AreaName");
-    archive.Field(block.AreaDescription, "AreaDescription");
-    archive.Field(block.WallWidth, "WallWidth");
-    archive.Field(block.WallHeight, "WallHeight");
-    archive.Field(block.SegmentStyle, "SegmentStyle");
-    archive.Field(block.FillPattern, "FillPattern");
-    archive.Field(block.LineColor, "LineColor");
-    archive.Field(block.FillColor, "FillColor");
-    archive.Field(block.PostDescription, "PostDescription");
-    archive.Field(block.PostArea, "PostArea");
-    archive.Field(block.DimensionType, "DimensionType");
-}
-
-template <class Archive>
-void EachMandatoryField(Archive& archive, HeaderImage& image) {
-    archive.Field(image.Signature, "Signature");
-    archive.Field(image.TarnVersion, "TarnVersion");
-    archive.Field(image.Flags, "Flags");
-    archive.Field(image.Type, "Type");
-    archive.Field(image.FileVersion, "FileVersion");
-    archive.Field(image.CreationDate, "CreationDate");
-    archive.Field(image.CreationTime, "CreationTime");
-    archive.Field(image.CreatedBy, "CreatedBy");
-    archive.Field(image.ModifiedDate, "ModifiedDate");
-    archive.Field(image.ModifiedTime, "ModifiedTime");
-    archive.Field(image.LastModifiedBy, "LastModifiedBy");
-}
-
 // What a reader makes of a header's mandatory part: its version, and Flags with those implied.
 inline FileHeader AsRead(const HeaderImage& image) {
     std::istringstream mandatory(
@@ -61,7 +28,7 @@ void WalkFile(Archive& archive, bool asWritten = false) {
     SketchFile file;
     HeaderImage& image = file.header.image;
     archive.BeginHeader();
-    EachMandatoryField(archive, image);
+    image.EachMandatoryField(archive);
     FileHeader header = AsRead(image);
     if (asWritten) header.image.Flags = image.Flags;
     header.OptionalSections(archive);

@@ -74,7 +74,7 @@ bool Surveyor::LooksLikeDefinition(std::string_view bytes, std::int32_t version)
     return inStep.holds && (rest.empty() || rest[0] == 0 || rest[0] == 6);
 }
 
-void Surveyor::Field(DefinitionBlock& block, const char*) { EachField(*this, block); }
+void Surveyor::Field(DefinitionBlock& block, const char*) { block.EachField(*this); }
 
 std::string_view Surveyor::Take(FieldForm form, const char* name, std::size_t width) {
     const std::string_view there = rest_.substr(0, width);
