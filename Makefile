@@ -1,10 +1,11 @@
 # The front door. Every target does its own set-up, says what it does and fails with one clear line.
-.PHONY: help run test check-format bench fuzz clean
+.PHONY: help run test device check-format bench fuzz clean
 .DEFAULT_GOAL := help
 
 help:
 	@echo "make run [FILE=path]  build the module and print a definition file through a script"
 	@echo "make test             build everything and pass all tests"
+	@echo "make device           build the module for the handheld"
 	@echo "make check-format     build and test the format library and its tools alone (no Wine)"
 	@echo "make bench            measure reading and writing as ratios to a floor"
 	@echo "make fuzz [SECONDS=n] run each fuzz target for a while (60 s)"
@@ -18,6 +19,10 @@ run:
 test:
 	@scripts/setup native windows
 	@scripts/test native native-asan windows-x64 windows-x86
+
+device:
+	@scripts/setup device
+	@scripts/build device
 
 check-format:
 	@scripts/setup native
