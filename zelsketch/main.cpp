@@ -20,6 +20,7 @@ bool WantsColour() {
 int main(int argc, char** argv) {
     std::ios_base::sync_with_stdio(false);
     const bool outPrepareOutput = zel::PrepareOutput(stdout), errorPrepareOutput = zel::PrepareOutput(stderr);
-    const zel::Console console{std::cout, std::cerr, outPrepareOutput && WantsColour(), errorPrepareOutput};
+    const zel::Console console{std::cin, std::cout, std::cerr, outPrepareOutput && WantsColour(),
+                               errorPrepareOutput};
     return zel::RunCommandLine(zel::Arguments(argc, argv), console);
 }

@@ -57,19 +57,77 @@ TEST_F(ToolTest, ConvertListsWhatIsLostAndNeverOverwrites) {
 // From version 5 on, readers look for sections in files of type 5.
 TEST_F(ToolTest, ConvertWritesTheSectionsThatTheNewVersionImplies) {
     Build("f", R"({ "Header": { "Type": 5, "FileVersion": 4, "Flags": 0 } })");
-    EXPECT_EQ(0, Zelsketch({"convert", "--to-version", "5", "f", "g"}).status);
+    const Outcome outcome = Zelsketch({"convert", "--to-version", "5", "f", "g"});
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_EQ(0u, outcome.out.find("changed: Header.Flags: 0x00000000 to 0x00000110, ")) << outcome.out;
+    EXPECT_EQ("", outcome.error);
     EXPECT_EQ("g: sound\n", Zelsketch({"check", "g"}).out);
 }
 
-TEST_F(ToolTest, ConvertRefusesWhatItWouldNotCarryOver) {
-    const std::string newest = std::to_string(SketchFile::kNewestVersion);
-    for (const std::string& json :
-         {std::string(R"({ "CutShort": 2 })"),
-          R"({ "Header": { "FileVersion": )" + std::to_string(SketchFile::kNewestVersion + 1) + " } }"}) {
-        Build("f", json);
-        EXPECT_EQ(1, Zelsketch({"convert", "--to-version", newest, "f", "g"}).status) << json;
-        EXPECT_FALSE(std::filesystem::exists("g")) << json;
+TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
+    std::string json =
+        R"({ "Definitions": [ { "AreaCode": "A0", "Members": [ { "AreaCode": "M0" }, { "AreaCode": "M1" } ] })";
+    for (int i = 1; i < 10; ++i) json += R"(, { "AreaCode": "A)" + std::to_string(i) + "\" }";
+    Build("f", json + " ] }");
+    const std::string sound = Get("f");
+    const auto at = [&](const char* code) { return sound.find(code) - 2; };
+    const std::size_t size = at("A2") - at("A1");
+    struct {
+        const char* name;
+        std::string file;
+        std::string says;     // a line of the salvage
+        std::size_t missing;  // definitions
+    } const cases[] = {
+        {"a tag is zero", std::string(sound).replace(at("A3"), 1, 1, '\0'),
+         "taken up: Definitions[3] from 0x", 0},
+        {"a member's tag is zero", std::string(sound).replace(at("M1"), 1, 1, '\0'),
+         "taken up: Definitions[0].Members[1]", 0},
+        {"a count is wrong", std::string(sound).replace(at("A3") + 13, 1, "\x19"), "0 bytes left behind", 0},
+        {"bytes are gone", std::string(sound).erase(at("A3") + 20, 30), "taken up: Definitions[3] from 0x",
+         1},
+        {"bytes of a member are gone", std::string(sound).erase(at("M0") + 20, 30), "left behind: ", 1},
+        {"bytes are too many", std::string(sound).insert(at("A3"), "rubbish"), "left behind: 7 bytes", 0},
+        {"the end is cut", sound.substr(0, at("A9") + 50), "missing: ", 0},
+        {"the list ends early", std::string(sound).insert(at("A3"), 1, '\0'), "taken up: Definitions[3]", 0},
+    };
+    for (const auto& c : cases) {
+        Put("f", c.file);
+        const Outcome refused = Zelsketch({"convert", "--to-version", "4", "f", "g"});
+        EXPECT_EQ(0u, refused.error.find("zelsketch: f: damaged at 0x")) << c.name << refused.error;
+        EXPECT_EQ(1, refused.status);
+        EXPECT_FALSE(std::filesystem::exists("g"));
+        const Outcome outcome = Zelsketch({"convert", "--salvage", "--to-version", "4", "f", "g"});
+        EXPECT_NE(std::string::npos, outcome.out.find(c.says)) << c.name << '\n' << outcome.out;
+        EXPECT_EQ(1, outcome.status);
+        EXPECT_EQ("g: sound\n", Zelsketch({"check", "g"}).out) << c.name;
+        EXPECT_EQ(65 + 42 + 1 + 2 + 12 * size - c.missing * size, Get("g").size()) << c.name << '\n'
+                                                                                   << outcome.out;
+        std::filesystem::remove("g");
     }
+    Put("f",
+        "\x7f"
+        "ELF" +
+            std::string(1000, '\1'));
+    EXPECT_EQ(1, Zelsketch({"convert", "--salvage", "--to-version", "4", "f", "g"}).status);
+    EXPECT_FALSE(std::filesystem::exists("g"));
+}
+
+// Programs that run side by side share a terminal: a line that takes two writes is torn.
+TEST_F(ToolTest, ALineIsOneWrite) {
+    struct Writes : std::streambuf {
+        std::streamsize xsputn(const char* from, std::streamsize size) override {
+            all.emplace_back(from, static_cast<std::size_t>(size));
+            return size;
+        }
+        int overflow(int c) override { return all.emplace_back(1, static_cast<char>(c)), c; }
+        std::vector<std::string> all;
+    } writes;
+    std::istringstream in;
+    std::ostream stream(&writes);
+    Put("f", "\1");
+    RunCommandLine({"check", "f", "missing"}, {in, stream, stream});
+    EXPECT_EQ(3u, writes.all.size());
+    for (const std::string& write : writes.all) EXPECT_EQ(write.size() - 1, write.find('\n')) << write;
 }
 
 TEST(ProgressBar, ShowsAfterASecondOnATerminal) {

@@ -58,7 +58,7 @@ TEST_F(ToolTest, CheckSaysWhatAndWhere) {
     const std::string inArea = "80: Definitions[0].AreaName: ", inCode = "71: Definitions[0].AreaCode: ";
     const std::string unknown = std::to_string(SketchFile::kNewestVersion + 1);
     const std::pair<std::string, std::string> damages[] = {
-        {Cut(20), "12: CreationDate: cut short, the file ends after 2 of 4 bytes"},
+        {Cut(20), "12: Header.CreationDate: cut short, the file ends after 2 of 4 bytes"},
         {Cut(107), "6b: DefinitionType: cut short, the file ends in front of it"},
         {Cut(130), inArea + "cut short, the file ends after 2 of 21 bytes"},
         {Cut(0x163), "163: Definitions[0].Members: the list is not closed, nor the 1 around it"},
@@ -67,27 +67,44 @@ TEST_F(ToolTest, CheckSaysWhatAndWhere) {
         {Sample().replace(0x70, 1, "\2"), "70: Definitions: the opening byte is 2, not 1"},
         {Sample().replace(0x74, 1, 1, '\0'), inCode + "a NUL ends the text after 1 character, the count"},
         {Sample().replace(0x80, 1, "\x19"), inArea + "the count is 25, at most 19 characters fit"},
-        {Sample().replace(0x80, 1, "\2"), inArea + "the count is 2, but the text goes on to 6"},
         {Sample().replace(0x82, 1, 1, '\0'), inArea + "a NUL ends the text after 1 character, the count"},
-        {Sample().replace(0x1a, 10, "0123456789"), "1a: CreatedBy: no NUL ends the text"},
-        {File(R"({ "Header": { "FileVersion": 0 } })"), "11: FileVersion: version 0 can be loaded, but not"},
+        {Sample().replace(0x1a, 10, "0123456789"), "1a: Header.CreatedBy: no NUL ends the text"},
         {File(R"({ "Header": { "FileVersion": )" + unknown + " } }"),
-         "11: FileVersion: version " + unknown + " is unknown"},
+         "11: Header.FileVersion: version " + unknown + " is unknown"},
         {Sample().insert(0x77, 256, 'A'), inCode + "the code has 260 characters, but its count byte is 4"},
         {Sample().insert(0xea, 1024, 'S'), "e5: Definitions[0].SubtractAreaCode: the code has 1027"},
         // As the automation objects would save it: Type implies sections to readers, but not to writers.
-        {WithSections().erase(0x36, 0x35), "c: Flags: Type and FileVersion make a reader look"},
-        // The rest is the finding that makes the signature worth a word.
-        {"\7TRN4WUN" + Cut(200).substr(8), "0: Signature: not \"TRN4WIN\""},
+        {WithSections().erase(0x36, 0x35), "c: Header.Flags: Type and FileVersion make a reader look"},
+        {Sample().replace(6, 1, "U"), "0: Header.Signature: not \"TRN4WIN\""},
     };
     for (const auto& [file, finding] : damages) {
         Put("f", file);
         const Outcome outcome = Zelsketch({"check", "f"});
         const std::string line = "f: 0x" + std::string(8 - finding.find(':'), '0') + finding;
         EXPECT_EQ(0u, outcome.out.find(line)) << line << " in\n" << outcome.out;
-        EXPECT_TRUE(outcome.out.find('\n') == outcome.out.size() - 1 || finding[0] == '0') << outcome.out;
+        EXPECT_EQ(outcome.out.find('\n'), outcome.out.size() - 1) << outcome.out;
         EXPECT_EQ(1, outcome.status);
     }
+}
+
+TEST_F(ToolTest, CheckTellsNotesFromDamage) {
+    const std::pair<std::string, std::string> notes[] = {
+        {Sample().replace(0x80, 1, "\2"),
+         "80: note: Definitions[0].AreaName: the count is 2, old characters follow\n"},
+        {Sample().replace(0x80, 1, "\2").replace(0, 1, "\7").replace(0xa9, 1, "x"),
+         "80: note: Definitions[0].AreaName: the count is 2, old characters follow; so in 1 further text\n"},
+        {File(R"({ "Header": { "FileVersion": 0 } })"),
+         "11: note: Header.FileVersion: version 0 can be loaded, but"},
+    };
+    for (const auto& [file, note] : notes) {
+        Put("f", file);
+        const Outcome outcome = Zelsketch({"check", "f"});
+        EXPECT_EQ(0u, outcome.out.find("f: 0x000000" + note)) << outcome.out;
+        EXPECT_EQ(outcome.out.size() - 9, outcome.out.find("f: sound\n"));
+        EXPECT_EQ(0, outcome.status);
+    }
+    Put("f", Sample().replace(0x80, 1, 1, '\0'));  // in front of old characters, as an emptied text has it
+    EXPECT_EQ("f: sound\n", Zelsketch({"check", "f"}).out);
 }
 
 TEST_F(ToolTest, CheckGoesOnBehindABadFileAndGivesTheWorstStatus) {

@@ -32,8 +32,9 @@ protected:
     }
 
     static Outcome Zelsketch(const std::vector<std::string>& arguments, bool hasColour = false) {
+        std::istringstream in;
         std::ostringstream out, error;
-        const int status = RunCommandLine(arguments, {out, error, hasColour, false});
+        const int status = RunCommandLine(arguments, {in, out, error, hasColour, false});
         return {status, out.str(), error.str()};
     }
     static void Put(const std::string& path, const std::string& bytes) {

@@ -26,7 +26,6 @@ zelsketch() {
     if [ -n "$emulator" ]; then "$emulator" "$build/zelsketch.exe" "$@"; else "$build/zelsketch" "$@"; fi
 }
 full() (
-    trap '' XFSZ
     ulimit -f "$1"
     shift
     "$@"
@@ -47,20 +46,67 @@ expect 0 'g: version 3, 0 values lost' zelsketch convert --to-version 3 f g
 expect 2 'zelsketch: will not overwrite g: File exists' zelsketch convert --to-version 3 f g
 expect 0 '' zelsketch build f.json g
 cmp f g || failed=1
-zelsketch show --json f >g
-expect 0 '' zelsketch build g g
+rm g
+zelsketch show --json f >g.json
+expect 0 '' zelsketch build g.json g
 cmp f g || failed=1
+expect 2 'will not replace ./g.json: it is the JSON itself' zelsketch build g.json ./g.json
+rm g.json
+chmod a-w g
+expect 2 'will not replace g: it is read-only; --force replaces it' zelsketch build f.json g
+expect 0 '' zelsketch build --force f.json g
 expect 0 "zelsketch $version" zelsketch --version
 expect 0 'Exit status:' zelsketch --help
 expect 2 'FILE is required' zelsketch show
+expect 2 'no such command: shwo' zelsketch shwo f
+expect 2 'not expected: --jsn' zelsketch show --jsn f
+truncate -s 10G huge
+expect 2 'cannot read huge: larger than 1024 MiB' zelsketch check huge
 expect 2 'zelsketch: cannot read missing: No such file' zelsketch show missing
 expect 2 'cannot write none/g: No such file' zelsketch convert --to-version 3 f none/g
-rm g
+rm -f g huge
 [ "$(ls)" = "$(printf 'f\nf.json')" ] || { ls >&2; failed=1; }
 [ -z "$emulator" ] || exit "$failed"
 
 expect 2 'zelsketch: cannot read .: Is a directory' zelsketch show .
-expect 2 'cannot write to the standard output' eval 'zelsketch show f >/dev/full'
+for command in 'show f' 'check f' --help --version 'convert --to-version 4 f g'; do
+    expect 2 'cannot write to the standard output' eval "zelsketch $command >/dev/full"
+done
+[ ! -e g ] || { echo 'converted, though nobody heard of the losses' >&2; failed=1; }
+expect 2 'cannot read /dev/zero: larger than 1024 MiB' zelsketch check /dev/zero
+escape=$(printf 'a\033\302\233b')
+expect 2 'cannot read a\x1b\xc2\x9bb: No such file' zelsketch show "$escape"
+cp f "$escape"
+expect 0 'a\x1b\xc2\x9bb: sound' zelsketch check "$escape"
+rm "$escape"
+zelsketch --help | awk 'length > 80 { exit 1 }' || { echo '--help is too wide' >&2; failed=1; }
+# interrupted SIGNAL CALL before|after COMMAND...: the command dies of it.
+interrupted() (
+    number=$1 call=$2 when=$3
+    shift 3
+    export ZEL_SIGNAL="$number" ZEL_CALL="$call" ZEL_WHEN="$when" ASAN_OPTIONS=verify_asan_link_order=0
+    LD_PRELOAD=$build/tests/zelsketch/libzelsketch_interrupt.so "$build/zelsketch" "$@"
+)
+cp f old
+zelsketch convert --to-version 3 f new >/dev/null
+sed 's/ } ] }/ }, { "AreaCode": "new" } ] }/' f.json >new.json
+zelsketch build new.json built
+for number in 1 2 15; do
+    cp old f
+    for moment in 'fsync before' 'fsync after' 'renameat2 before' 'renameat2 after'; do
+        expect $((128 + number)) '' eval "interrupted $number $moment convert --to-version 3 f g"
+        [ ! -e g ] || cmp g new || failed=1
+        rm -f g
+    done
+    for moment in 'fsync before' 'rename before' 'rename after'; do
+        cp old f
+        expect $((128 + number)) '' eval "interrupted $number $moment build new.json f"
+        case $moment in fsync*) cmp f old || failed=1 ;; *) cmp f built || failed=1 ;; esac
+    done
+done
+cp old f
+rm old new new.json built
+[ "$(ls)" = "$(printf 'f\nf.json')" ] || { ls >&2; failed=1; }
 expect 2 'cannot replace /dev/null: not a regular file' zelsketch build f.json /dev/null
 
 # A full disk: the new file does not appear, the old one stays as it is, nothing is left beside them.

@@ -1,20 +1,18 @@
 #include "BuildCommand.h"
 
-#include "zel/json/Assembler.h"
+#include "ForFile.h"
 #include "zel/files/Files.h"
+#include "zel/json/Assembler.h"
 
 namespace zel {
 
 ExitStatus BuildCommand::Run(const Console&) const {
-    ExpectWritable(out, Overwrite::kReplace);
-    const std::string text = ReadFile(json);
-    std::string bytes;
-    try {
-        bytes = Assembler::Assemble(text);
-    } catch (const Failure& failure) {
-        throw Failure(failure.status(), json + ": " + failure.what());
-    }
-    WriteFile(out, bytes, Overwrite::kReplace);
+    const Overwrite overwrite = force ? Overwrite::kForce : Overwrite::kReplace;
+    ExpectWritable(out, overwrite);
+    if (IsSameFile(json, out))
+        throw Failure(kUnusable, "will not replace " + out + ": it is the JSON itself");
+    const std::string text = ReadFile(json, kLargestText);
+    WriteFile(out, ForFile(json, [&] { return Assembler::Assemble(text); }), overwrite);
     return kSound;
 }
 

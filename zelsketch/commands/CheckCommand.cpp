@@ -2,20 +2,22 @@
 
 #include <algorithm>
 
-#include "zel/survey/Checker.h"
-#include "zel/files/Files.h"
 #include "Progress.h"
+#include "zel/files/Files.h"
+#include "zel/survey/Checker.h"
 #include "zel/text/Text.h"
 
 namespace zel {
 namespace {
 
-ExitStatus CheckFile(const std::string& path, std::ostream& out) {
-    const std::vector<Finding> findings = Checker::Check(ReadFile(path));
+ExitStatus CheckFile(const std::string& path, const Console& console, Progress& progress) {
+    const Findings findings = Checker::Check(ReadFile(path));
+    progress.Wipe();
     for (const Finding& finding : findings)
-        out << path << ": " << HexNumber(finding.offset, 4) << ": " << finding.what << '\n';
-    if (!findings.empty()) return kDamaged;
-    out << path << ": sound\n";
+        Console::Print(console.out, Shown(path) + ": " + HexNumber(finding.offset, 4) + ": " +
+                                        (finding.gravity == Finding::kNote ? "note: " : "") + finding.what);
+    if (IsDamaged(findings)) return kDamaged;
+    Console::Print(console.out, Shown(path) + ": sound");
     return kSound;
 }
 
@@ -28,10 +30,10 @@ ExitStatus CheckCommand::Run(const Console& console) const {
         progress.Show(i);
         ExitStatus status;
         try {
-            status = CheckFile(files[i], console.out);
+            status = CheckFile(files[i], console, progress);
         } catch (const Failure& failure) {
             progress.Wipe();
-            console.error << "zelsketch: " << failure.what() << '\n';
+            console.Complain(failure.what());
             status = failure.status();
         }
         worst = std::max(worst, status);

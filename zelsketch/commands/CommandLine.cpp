@@ -19,7 +19,13 @@ namespace {
 
 // The command line as people type it: fills a command's fields and says which command was asked for.
 struct Commands {
-    CLI::App app{
+    struct Program : CLI::App {
+        // Its commands take it over when they are made.
+        Program(std::string description, std::string name) : App(std::move(description), std::move(name)) {
+            formatter_fn([](const App* app, const std::string&, CLI::AppFormatMode) { return HelpOf(*app); });
+        }
+    };
+    Program app{
         "shows, checks, edits and converts area definition files\n"
         "Reads the area definition files of a floor plan sketch, versions " +
             LoadedVersions() + ", whole or damaged. Text is taken as Windows-1252.",
@@ -35,19 +41,22 @@ struct Commands {
     CLI::App* buildApp =
         app.add_subcommand("build",
                            "Makes a file of the JSON that 'show --json' prints; replaces OUT once "
-                           "all is written. Fields that the JSON leaves out are as in a new file.");
+                           "all is written and read back. Fields that the JSON leaves out are as in a "
+                           "new file.");
     CLI::App* checkApp = app.add_subcommand(
-        "check", "Says what is wrong with each file: offset, field and fault, a line each.");
+        "check",
+        "Says what is wrong with each file: offset, field and fault, a line each. What readers cope "
+        "with, as old characters behind a text, is a note.");
     CLI::App* convertApp =
         app.add_subcommand("convert",
                            "Writes a file's content as another version and lists the values "
-                           "that this version cannot hold. Never overwrites OUT.");
+                           "that this version cannot hold. Refuses what 'check' calls damaged. Never "
+                           "overwrites OUT.");
     CLI::App* manualApp = app.add_subcommand("manual", "Prints the manual page.")->group("");
 
     Commands() {
         app.set_version_flag("--version", "zelsketch " ZEL_VERSION, "Print the version and exit");
         app.require_subcommand(1);
-        app.footer(HelpFooter());
         auto* json = showApp->add_flag("--json", show.json, "As JSON that tells every byte of the file");
         showApp->add_flag("--hex", show.hex, "Every byte with its offset, its field and the field's value")
             ->excludes(json);
@@ -60,7 +69,7 @@ struct Commands {
             ->type_name("OFFSET")
             ->needs(drawing);
         showApp->add_option("FILE", show.file, "The file")->required();
-        buildApp->footer(JsonFooter());
+        buildApp->add_flag("--force", build.force, "Replaces OUT even where it is read-only");
         buildApp->add_option("JSON", build.json, "The JSON text")->required();
         buildApp->add_option("OUT", build.out, "The definition file to write")->required();
         checkApp->add_option("FILE", check.files, "Definition files")->required();
@@ -68,6 +77,9 @@ struct Commands {
             ->required()
             ->type_name("N")
             ->check(CLI::Range(SketchFile::kOldestSavedVersion, SketchFile::kNewestVersion));
+        convertApp->add_flag(
+            "--salvage", convert.salvage,
+            "Takes what can be read of a damaged file, says what is left behind and ends with 1");
         convertApp->add_option("FILE", convert.file, "The definition file")->required();
         convertApp->add_option("OUT", convert.out, "The definition file to write")->required();
     }
@@ -82,11 +94,16 @@ struct Commands {
     }
 };
 
-// One line, whatever stands in a path or a JSON text.
-int Complain(const Console& console, std::string message, int status) {
-    for (char& c : message)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '?';
-    console.error << "zelsketch: " << message << '\n';
+// What is wrong with a command line, with the word that makes it so.
+std::string Fault(const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = app.remaining();
+    if (dynamic_cast<const CLI::RequiredError*>(&error) && app.get_subcommands().empty() && !unknown.empty())
+        return (unknown[0][0] == '-' ? "no such option: " : "no such command: ") + unknown[0];
+    return error.what();
+}
+
+int Complain(const Console& console, const std::string& message, ExitStatus status) {
+    console.Complain(message);
     return status;
 }
 
@@ -96,21 +113,23 @@ int RunCommandLine(std::vector<std::string> arguments, const Console& console) {
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     try {
         Commands commands;
+        ExitStatus status = kSound;
         try {
             commands.app.parse(std::move(arguments));
+            status = commands.Run(console);
         } catch (const CLI::Success& success) {
-            return commands.app.exit(success, console.out, console.error);
+            commands.app.exit(success, console.out, console.error);
+        } catch (const CLI::ParseError& error) {
+            return Complain(console, Fault(commands.app, error) + "; see zelsketch --help", kUnusable);
         }
-        const ExitStatus status = commands.Run(console);
-        console.out.flush();
-        if (!console.out) throw Failure(kUnusable, "cannot write to the standard output");
+        console.ExpectPrinted();
         return status;
-    } catch (const CLI::ParseError& error) {
-        return Complain(console, error.what() + std::string("; see zelsketch --help"), kUnusable);
     } catch (const Failure& failure) {
         return Complain(console, failure.what(), failure.status());
     } catch (const std::bad_alloc&) {
         return Complain(console, "out of memory", kUnusable);
+    } catch (const std::exception& error) {
+        return Complain(console, error.what(), kUnusable);
     }
 }
 

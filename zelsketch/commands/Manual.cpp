@@ -1,6 +1,7 @@
 #include "Manual.h"
 
 #include <sstream>
+#include <vector>
 
 namespace zel {
 namespace {
@@ -81,15 +82,6 @@ void PrintEntries(std::ostream& out, const char* heading, const Entry (&entries)
     for (const Entry& entry : entries) PrintEntry(out, entry.term, entry.meaning);
 }
 
-// The same for the help.
-template <std::size_t n>
-std::string Listed(const char* heading, const Entry (&entries)[n]) {
-    std::string text = std::string(heading) + '\n';
-    for (const Entry& entry : entries)
-        text += std::string("  ") + entry.term + "\n      " + entry.meaning + '\n';
-    return text;
-}
-
 std::string Synopsis(const CLI::App& command) {
     std::string text = command.get_name();
     for (const CLI::Option* option : command.get_options()) {
@@ -101,11 +93,72 @@ std::string Synopsis(const CLI::App& command) {
     return text;
 }
 
+constexpr std::size_t kColumns = 80;
+
+// Appends words in lines that go from `indent` to the last column; the text may already stand behind it.
+void Wrap(std::string& text, std::size_t indent, const std::string& words) {
+    std::istringstream stream(words);
+    std::size_t column = text.size() - (text.rfind('\n') + 1);
+    for (std::string word; stream >> word;) {
+        if (column > indent && column + 1 + word.size() > kColumns) {
+            text += '\n';
+            column = 0;
+        }
+        const std::size_t blanks = column > indent ? 1 : indent - column;
+        text.append(blanks, ' ');
+        text += word;
+        column += blanks + word.size();
+    }
+    text += '\n';
+}
+
+void ListEntry(std::string& text, const std::string& term, const std::string& meaning) {
+    constexpr std::size_t kIndent = 20;
+    text += "  " + term + (term.size() + 4 > kIndent ? "\n" : "");
+    Wrap(text, kIndent, meaning);
+}
+
+template <std::size_t n>
+void ListEntries(std::string& text, const char* heading, const Entry (&entries)[n]) {
+    text += std::string("\n") + heading + ":\n";
+    for (const Entry& entry : entries) ListEntry(text, entry.term, entry.meaning);
+}
+
+void ListOptions(std::string& text, const CLI::App& app) {
+    text += "\nOptions:\n";
+    for (const CLI::Option* option : app.get_options())
+        ListEntry(text, Term(*option), option->get_description());
+}
+
+std::vector<const CLI::App*> CommandsOf(const CLI::App& app) {
+    return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
+}
+
 }  // namespace
 
-std::string JsonFooter() { return Listed("JSON:", kJson); }
-
-std::string HelpFooter() { return Listed("Examples:", kExamples) + '\n' + Listed("Exit status:", kStatuses); }
+std::string HelpOf(const CLI::App& app) {
+    std::string text;
+    if (const CLI::App* program = app.get_parent()) {
+        Wrap(text, 0, app.get_description());
+        text += "\nUsage: ";
+        Wrap(text, 7, program->get_name() + ' ' + Synopsis(app));
+        ListOptions(text, app);
+        if (app.get_name() == "build") ListEntries(text, "JSON", kJson);
+        return text;
+    }
+    const std::string description = app.get_description();
+    const std::size_t firstLine = description.find('\n');
+    Wrap(text, 0, app.get_name() + ' ' + description.substr(0, firstLine) + '.');
+    Wrap(text, 0, description.substr(firstLine));
+    text += "\nUsage: " + app.get_name() + " COMMAND ...; " + app.get_name() + " COMMAND --help\n";
+    ListOptions(text, app);
+    text += "\nCommands:\n";
+    for (const CLI::App* command : CommandsOf(app))
+        ListEntry(text, command->get_name(), command->get_description());
+    ListEntries(text, "Examples", kExamples);
+    ListEntries(text, "Exit status", kStatuses);
+    return text;
+}
 
 void PrintManual(const CLI::App& app, std::ostream& out) {
     const std::string description = app.get_description();
@@ -114,8 +167,7 @@ void PrintManual(const CLI::App& app, std::ostream& out) {
         << ".SH NAME\n"
         << app.get_name() << " \\- " << Roff(description.substr(0, firstLine)) << '\n'
         << ".SH SYNOPSIS\n";
-    const auto commands =
-        app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
+    const auto commands = CommandsOf(app);
     for (const CLI::App* command : commands)
         out << (command == commands[0] ? "" : ".br\n") << ".B " << app.get_name() << '\n'
             << Roff(Synopsis(*command)) << '\n';

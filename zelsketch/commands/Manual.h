@@ -7,10 +7,8 @@
 
 namespace zel {
 
-// How the JSON of a file tells what plain values cannot.
-std::string JsonFooter();
-// The texts that the help shows behind the options: examples and exit statuses.
-std::string HelpFooter();
+// The help of the program or of one of its commands, for a terminal of 80 columns.
+std::string HelpOf(const CLI::App& app);
 
 // The manual page of the command line that `app` describes, in the words of its help.
 void PrintManual(const CLI::App& app, std::ostream& out);

@@ -17,9 +17,16 @@ std::vector<std::string> Arguments(int argc, const char* const* argv);
 bool PrepareOutput(std::FILE* stream);
 
 std::FILE* OpenToRead(const std::string& path);
-// Refuses a path where anything stands.
-std::FILE* CreateNew(const std::string& path);
+// Refuses a path where anything stands. A private file is for its owner alone.
+std::FILE* CreateNew(const std::string& path, bool isPrivate);
 // Ends when all that was written is on the disk.
 bool Flush(std::FILE* file);
+
+bool MayWrite(const std::string& path);
+// Gives a file a new name in the same folder, in one step; without `replaces` only where nothing has that
+// name. Gives 0 or the error's number.
+int Rename(const std::string& from, const std::string& to, bool replaces);
+// Gives `path` the owner and the rights of `model`, as far as the user may.
+void CopyRights(const std::string& model, const std::string& path);
 
 }  // namespace zel

@@ -21,8 +21,8 @@ void HexPrinter::OnField(const Field& field) {
             name.resize(std::max(name.size() + 1, kNameWidth), ' ');
             line += palette_.name + name + palette_.end + ' ' + ValueText(field);
             if (field.Missing())
-                line += std::string("  ") + palette_.warning + "(" + std::to_string(field.Missing()) +
-                        " bytes missing)" + palette_.end;
+                line += std::string("  ") + palette_.warning + "(" + Counted(field.Missing(), "byte") +
+                        " missing)" + palette_.end;
         }
         out_ << line << '\n';
     }

@@ -9,6 +9,7 @@ namespace zel {
 
 void PagePrinter::OnHeader() {
     Heading("Header");
+    whole_ = "File";
     thing_ = "definition";
 }
 
@@ -18,6 +19,7 @@ void PagePrinter::OnField(const Field& field) {
     const bool isFraming = field.kind == FieldKind::kMarkedList || field.kind == FieldKind::kTypedList ||
                            field.kind == FieldKind::kListEnd;
     if (isFraming || field.present == 0) return;
+    if (field.name == "Signature" && field.Text() != "TRN4WIN") hasSignature_ = false;
     if (field.kind == FieldKind::kLeftOver) {
         Indent({});
         Heading("Behind the end");
@@ -40,12 +42,13 @@ void PagePrinter::OnRecord(const Place& place) {
 // Behind the records of a list, those of the record around it go on.
 void PagePrinter::ReturnTo(const Place& place) {
     Indent(place);
-    Heading(place.empty() ? "Drawing" : PlaceText(place) + ", continued");
+    Heading(place.empty() ? whole_ : PlaceText(place) + ", continued");
 }
 
 void PagePrinter::Finish() {
     Indent({});
     Heading(Counted(records_, thing_));
+    if (!hasSignature_) Warn("The Signature is not \"TRN4WIN\": this is hardly an area definition file.");
     if (missing_)
         Warn("The file is cut short: it lacks at least " + Counted(missing_, "byte") + " at its end.");
 }

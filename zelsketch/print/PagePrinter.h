@@ -15,7 +15,7 @@ public:
 
     void OnField(const Field& field) override;
     void OnHeader() override;
-    void OnHeaderEnd() override { Heading("File"); }
+    void OnHeaderEnd() override { isOutside_ = true; }
     void OnRecord(const Place& place) override;
     void OnRecordEnd() override { isOutside_ = true; }
     void Finish();
@@ -29,11 +29,13 @@ private:
     std::ostream& out_;
     const Palette palette_;
     std::string indent_;
+    const char* whole_ = "Drawing";
     const char* thing_ = "record";
     std::size_t records_ = 0;
     std::size_t missing_ = 0;
     bool isFirst_ = true;
     bool isOutside_ = true;  // of the record whose heading was last
+    bool hasSignature_ = true;
 };
 
 }  // namespace zel

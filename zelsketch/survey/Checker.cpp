@@ -1,7 +1,6 @@
 #include "Checker.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "FileWalk.h"
 #include "Surveyor.h"
@@ -14,18 +13,6 @@ namespace {
 
 constexpr std::size_t kMostFindings = 100;
 constexpr std::string_view kSignature = "\7TRN4WIN";
-
-// Flags as the file has them and as a reader takes them.
-struct FlagsOfFile {
-    explicit FlagsOfFile(std::string_view file) {
-        HeaderImage image{};
-        std::memcpy(&image, file.data(), std::min(file.size(), FileHeader::kMandatorySize));
-        stored = image.Flags;
-        asRead = AsRead(image).image.Flags;
-    }
-    std::uint32_t stored;
-    std::uint32_t asRead;
-};
 
 std::string Characters(std::size_t count) { return Counted(count, "character"); }
 
@@ -43,10 +30,25 @@ std::string FaultOfCounted(const Field& field) {
     const std::string says = "the count is " + std::to_string(count);
     if (count > field.MaxLength()) return says + ", at most " + Characters(field.MaxLength()) + " fit";
     if (length < count) return "a NUL ends the text after " + Characters(length) + ", " + says;
-    const std::size_t longer = UpToNul(field.bytes.substr(1)).size();
-    // The NUL stands in the field's last byte then.
-    if (count == 0 && field.bytes.back() != '\0') return says + ", but the last byte is not a NUL";
-    return longer == count ? "" : says + ", but the text goes on to " + Characters(longer);
+    return "";
+}
+
+// Whether old characters follow the text directly, as writers that go by the count alone leave them. Readers
+// put a NUL there: behind the text, or for an empty one in the field's last byte.
+bool HasRemains(const Field& field) {
+    if (field.kind != FieldKind::kCounted) return false;
+    const std::size_t count = field.Byte(0);
+    return field.Byte(count == 0 ? field.bytes.size() - 1 : count + 1) != 0;
+}
+
+std::size_t CountDamage(const Findings& findings) {
+    return static_cast<std::size_t>(std::count_if(
+        findings.begin(), findings.end(), [](const Finding& f) { return f.gravity == Finding::kDamage; }));
+}
+
+void Sort(Findings& findings) {
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.offset < b.offset; });
 }
 
 std::string FaultOfText(const Field& field) {
@@ -57,33 +59,44 @@ std::string FaultOfText(const Field& field) {
 
 }  // namespace
 
-std::vector<Finding> Checker::Check(std::string_view file) {
-    std::vector<Finding> findings = CheckBySections(file);
-    // No reader asks for the signature. But it tells what to make of other findings.
-    if (!findings.empty() && file.substr(0, kSignature.size()) != kSignature.substr(0, file.size()))
-        findings.insert(findings.begin(), {0, "Signature: not \"TRN4WIN\", perhaps no area definition file"});
+bool IsDamaged(const Findings& findings) { return CountDamage(findings) != 0; }
+
+Findings Checker::Check(std::string_view file) {
+    bool followsStoredFlags = false;
+    Findings findings = CheckBySections(file, followsStoredFlags);
+    // No reader asks for the signature, but it tells what to make of the rest.
+    if (file.substr(0, kSignature.size()) != kSignature.substr(0, file.size()))
+        findings.insert(findings.begin(),
+                        {0, "Header.Signature: not \"TRN4WIN\", perhaps no area definition file"});
     return findings;
 }
 
-std::vector<Finding> Checker::CheckBySections(std::string_view file) {
-    std::vector<Finding> findings = Check(file, false);
+bool Checker::FollowsStoredFlags(std::string_view file) {
+    bool followsStoredFlags = false;
+    CheckBySections(file, followsStoredFlags);
+    return followsStoredFlags;
+}
+
+Findings Checker::CheckBySections(std::string_view file, bool& followsStoredFlags) {
+    Findings findings = Check(file, false);
     const FlagsOfFile flags(file);
     if (flags.stored == flags.asRead) return findings;
     // The sections may be there all the same; the file tells by making sense without them.
-    std::vector<Finding> asWritten = Check(file, true);
-    if (asWritten.size() >= findings.size()) return findings;
-    asWritten.push_back(
-        {offsetof(HeaderImage, Flags), "Flags: Type and FileVersion make a reader look for the sections of " +
-                                           HexNumber(flags.asRead, 4) + ", but the writer wrote those of " +
-                                           HexNumber(flags.stored, 4)});
-    std::stable_sort(asWritten.begin(), asWritten.end(),
-                     [](const Finding& a, const Finding& b) { return a.offset < b.offset; });
+    Findings asWritten = Check(file, true);
+    if (CountDamage(asWritten) >= CountDamage(findings)) return findings;
+    followsStoredFlags = true;
+    asWritten.push_back({offsetof(HeaderImage, Flags),
+                         "Header.Flags: Type and FileVersion make a reader look for the sections of " +
+                             HexNumber(flags.asRead, 4) + ", but the writer wrote those of " +
+                             HexNumber(flags.stored, 4)});
+    Sort(asWritten);
     return asWritten;
 }
 
-std::vector<Finding> Checker::Check(std::string_view file, bool asWritten) {
+Findings Checker::Check(std::string_view file, bool asWritten) {
     Checker checker(file);
     Surveyor::Survey(file, checker, asWritten);
+    checker.AddRemains();
     return std::move(checker.findings_);
 }
 
@@ -97,8 +110,7 @@ void Checker::OnField(const Field& field) {
             [[fallthrough]];
         case FieldKind::kCounted:
         case FieldKind::kFixed:
-            if (const std::string fault = FaultOfText(field); !fault.empty()) Add(field, fault);
-            return;
+            return CheckText(field);
         case FieldKind::kMarkedList:
             if (field.Byte(0) != 1)
                 Add(field, "the opening byte is " + std::to_string(field.Byte(0)) + ", not 1");
@@ -129,13 +141,25 @@ void Checker::CheckMissing(const Field& field) {
     isCut_ = true;
 }
 
+void Checker::CheckText(const Field& field) {
+    if (const std::string fault = FaultOfText(field); !fault.empty()) return Add(field, fault);
+    if (!HasRemains(field) || remainsCount_++ != 0) return;
+    remains_ = {
+        field.offset,
+        field.FullName() + ": the count is " + std::to_string(field.Byte(0)) + ", old characters follow",
+        Finding::kNote};
+}
+
 void Checker::CheckVersion(const Field& field) {
     version_ = static_cast<std::int32_t>(field.Integer());
     const std::string version = "version " + std::to_string(version_);
     if (version_ > SketchFile::kNewestVersion)
         Add(field, version + " is unknown: readers load " + LoadedVersions() + " and stop behind the header");
     if (version_ < SketchFile::kOldestSavedVersion)
-        Add(field, version + " can be loaded, but not saved: only " + SavedVersions() + " can");
+        findings_.push_back({field.offset,
+                             field.FullName() + ": " + version + " can be loaded, but not saved: only " +
+                                 SavedVersions() + " can",
+                             Finding::kNote});
 }
 
 void Checker::Add(const Field& field, const std::string& what) {
@@ -144,6 +168,14 @@ void Checker::Add(const Field& field, const std::string& what) {
     if (findings_.size() == kMostFindings)
         return findings_.push_back({field.offset, "further findings are not listed"});
     findings_.push_back({field.offset, field.FullName() + ": " + what});
+}
+
+// Old characters are in most files, and in most of their texts: one note for all.
+void Checker::AddRemains() {
+    if (remainsCount_ == 0) return;
+    if (remainsCount_ > 1) remains_.what += "; so in " + Counted(remainsCount_ - 1, "further text");
+    findings_.push_back(remains_);
+    Sort(findings_);
 }
 
 // Looks through the codes of the definition at hand, once, at its first finding.

@@ -9,7 +9,7 @@
 namespace zel {
 
 std::string Field::FullName() const {
-    std::string full = PlaceText(*place);
+    std::string full = isOfHeader ? "Header" : PlaceText(*place);
     if (!full.empty()) full += '.';
     return full.append(name);
 }

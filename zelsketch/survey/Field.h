@@ -27,8 +27,9 @@ struct Field {
     std::size_t present;   // how many of the bytes the file has
     const Place* place;    // of the record it belongs to, which owns a list's opening and closing; else empty
     std::size_t unit = 0;  // of numbers: the bytes of each
+    bool isOfHeader = false;
 
-    // "Definitions[2].AreaCode"
+    // "Definitions[2].AreaCode", "Header.Type", "FileFlags"
     std::string FullName() const;
     std::size_t Missing() const { return bytes.size() - present; }
     std::size_t Byte(std::size_t index) const { return static_cast<unsigned char>(bytes[index]); }

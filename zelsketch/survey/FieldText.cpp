@@ -94,7 +94,7 @@ std::string NameText(const Field& field) {
 }
 
 std::string PlaceText(const Place& place) {
-    constexpr std::size_t kAtEachEnd = 4;
+    constexpr std::size_t kAtEachEnd = 16;
     std::string text;
     for (std::size_t i = 0; i < place.size(); ++i) {
         if (i == kAtEachEnd && place.size() > 2 * kAtEachEnd + 1) {

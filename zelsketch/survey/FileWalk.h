@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
+#include <cstring>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include "zel/definition/DefinitionRecord.h"
 #include "zel/definition/FileHeader.h"
@@ -18,6 +21,18 @@ inline FileHeader AsRead(const HeaderImage& image) {
     header.Read(mandatory);
     return header;
 }
+
+// Flags as a file has them and as a reader takes them.
+struct FlagsOfFile {
+    explicit FlagsOfFile(std::string_view file) {
+        HeaderImage image{};
+        std::memcpy(&image, file.data(), std::min(file.size(), FileHeader::kMandatorySize));
+        stored = image.Flags;
+        asRead = AsRead(image).image.Flags;
+    }
+    std::uint32_t stored;
+    std::uint32_t asRead;
+};
 
 // Takes an archive through a whole file, to any depth of nesting. The archive gets each field with its name
 // by Field or Since, BeginHeader and EndHeader around the header, SetVersion with the file's version, and has

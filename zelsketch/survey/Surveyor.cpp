@@ -86,7 +86,7 @@ std::string_view Surveyor::Take(FieldForm form, const char* name, std::size_t wi
         completed_.resize(width);
         whole = completed_;
     }
-    visitor_.OnField({name, form.kind, offset_, whole, there.size(), &place_, form.unit});
+    visitor_.OnField({name, form.kind, offset_, whole, there.size(), &place_, form.unit, isInHeader_});
     rest_.remove_prefix(there.size());
     offset_ += there.size();
     return whole;

@@ -38,8 +38,14 @@ public:
     void Fail() override;
 
     // The calls of an archive (FileWalk.h) beyond those of NamedReader.
-    void BeginHeader() { visitor_.OnHeader(); }
-    void EndHeader() { visitor_.OnHeaderEnd(); }
+    void BeginHeader() {
+        isInHeader_ = true;
+        visitor_.OnHeader();
+    }
+    void EndHeader() {
+        isInHeader_ = false;
+        visitor_.OnHeaderEnd();
+    }
     using NamedReader::Field;
     void Field(DefinitionBlock& block, const char* name);
 
@@ -51,6 +57,7 @@ private:
     std::string_view rest_;
     FieldVisitor& visitor_;
     std::size_t offset_;
+    bool isInHeader_ = false;
     Place place_;
     DefinitionRecord record_;  // where the fields of the definition at hand go
     std::string completed_;    // a field that the end cuts

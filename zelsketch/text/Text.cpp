@@ -1,5 +1,6 @@
 #include "Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -66,6 +67,19 @@ std::string Quoted(std::string_view text) {
         AppendUtf8(quoted, character);
     }
     return quoted + '"';
+}
+
+std::string Shown(std::string_view text) {
+    std::string shown;
+    while (!text.empty()) {
+        const std::size_t size = Utf8Size(text);
+        const std::string_view character = text.substr(0, std::max<std::size_t>(size, 1));
+        const bool isControl = static_cast<unsigned char>(text[0]) < 0x20 || text[0] == 0x7F ||
+                               (text[0] == '\xC2' && static_cast<unsigned char>(text[1]) < 0xA0);
+        shown += size == 0 || isControl ? "\\x" + HexDigits(character, "\\x") : std::string(character);
+        text.remove_prefix(character.size());
+    }
+    return shown;
 }
 
 std::string DayText(std::int64_t day) {

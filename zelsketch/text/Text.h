@@ -23,6 +23,9 @@ std::string Decimal(std::uint64_t bits);
 // 8-bit text in quotes as UTF-8, control characters as \xNN, so that nothing in a file commands a terminal.
 std::string Quoted(std::string_view text);
 
+// UTF-8 as a terminal may have it: control characters, and bytes that are no UTF-8, as \xNN.
+std::string Shown(std::string_view text);
+
 // "2004-02-29" of a day number, or why there is none.
 std::string DayText(std::int64_t day);
 // "23:59:59" of seconds since midnight, or why there is none.

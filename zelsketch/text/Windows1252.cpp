@@ -37,6 +37,25 @@ void AppendUtf8(std::string& text, char32_t character) {
     append(0x80 | (character & 0x3F));
 }
 
+std::size_t Utf8Size(std::string_view text) {
+    const auto byte = [text](std::size_t at) {
+        return at < text.size() ? static_cast<unsigned char>(text[at]) : 0u;
+    };
+    const unsigned lead = byte(0);
+    const std::size_t size = lead < 0x80   ? 1
+                             : lead < 0xC2 ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
+    for (std::size_t i = 1; i < size; ++i)
+        if ((byte(i) & 0xC0) != 0x80) return 0;
+    // Longer forms than needed, surrogates, and what lies beyond the last character.
+    const bool isOdd = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) >= 0xA0) ||
+                       (lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) >= 0x90);
+    return isOdd ? 0 : size;
+}
+
 char32_t TakeUtf8(std::string_view& text) {
     const auto lead = static_cast<unsigned char>(text[0]);
     const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;

@@ -16,6 +16,8 @@ char32_t FromWindows1252(unsigned char byte);
 std::optional<unsigned char> ToWindows1252(char32_t character);
 
 void AppendUtf8(std::string& text, char32_t character);
+// How many bytes the first character has; 0 where they are no UTF-8.
+std::size_t Utf8Size(std::string_view text);
 // The first character of valid UTF-8, which is taken off `text`.
 char32_t TakeUtf8(std::string_view& text);
 

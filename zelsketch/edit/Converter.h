@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zel {
+
+// A file as another version, and what that did to it, a line each.
+struct Conversion {
+    std::string file;
+    std::vector<std::string> lost;     // "Definitions[0].Hidden = 1": the version has no such field
+    std::vector<std::string> changed;  // "Header.Flags: 0x00000000 to 0x00000110, ..."
+    bool dropsBytes = false;           // that stood where no reader looks
+};
+
+class Converter {
+public:
+    // Of a whole file that has definitions, to a version that is saved.
+    static Conversion Convert(const std::string& file, std::int32_t version);
+};
+
+}  // namespace zel
