@@ -35,6 +35,8 @@ public:
     STDMETHODIMP put_Flags(LONG newVal) noexcept override;
 
 private:
+    void Finish() noexcept override { FinishWithWindow(); }
+    void Delete() noexcept override { delete this; }
     HRESULT Paint(HDC hdc, const RECT& bounds) noexcept override;
 
     void ReadImage(const std::string& path);

@@ -41,7 +41,11 @@ ZEL_Collection::ZEL_Collection() noexcept {
 ZEL_Collection::~ZEL_Collection() { FormatSerial(); }
 
 HRESULT ZEL_Collection::Item(VARIANT index, VARIANT* pItem) noexcept {
-    if (pItem && PositionIn(index) < items_.Size()) CopyVariant(pItem, items_[PositionIn(index)]);
+    if (!pItem || PositionIn(index) >= items_.Size()) return S_OK;
+    // What `pItem` held may change the array, or end the collection, as it is released.
+    Variant copy;
+    CopyVariant(copy.InOut(), items_[PositionIn(index)]);
+    if (SUCCEEDED(VariantClear(pItem))) *pItem = copy.Detach();
     return S_OK;
 }
 

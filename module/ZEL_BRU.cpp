@@ -2,6 +2,7 @@
 
 #include "zel/automation/BRU_Store.h"
 #include "zel/com/Module.h"
+#include "zel/control/ControlWindow.h"
 #include "zel/registration/Registrar.h"
 #include "zel/automation/ZEL_Collection.h"
 #include "zel/automation/ZEL_Definition.h"
@@ -24,7 +25,10 @@ const zel::ClassRow kClasses[] = {
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
     if (reason == DLL_PROCESS_ATTACH) Module::Attach(instance, kClasses, std::size(kClasses));
     // At the end of the process other libraries may be gone before this one: nothing is given back to them.
-    if (reason == DLL_PROCESS_DETACH && !processEnds) Module::Detach();
+    if (reason == DLL_PROCESS_DETACH && !processEnds) {
+        zel::ControlWindow::ReleaseClass();
+        Module::Detach();
+    }
     return TRUE;
 }
 

@@ -60,12 +60,14 @@ public:
         const ULONG left = InterlockedDecrement(&references_);
         if (left != 0) return left;
         references_ = kDying;
-        delete this;
+        Finish();
         return 0;
     }
 
 protected:
     virtual ~Object() = default;
+    // The last reference is gone. An object that the system still calls goes when that has ended.
+    virtual void Finish() noexcept { delete this; }
 
 private:
     // What a destructor calls may take and give back references of the dying object: that must not destroy it

@@ -15,7 +15,8 @@ namespace zel {
 
 // An embeddable control: all interface families, and the one that ties them together in a single call when a
 // container loads it (IQuickActivate). A class derives from it beside its own dual interface, hands
-// ControlCore its class and natural extent, and implements Paint:
+// ControlCore its class and natural extent, implements Paint, and finishes with its window
+// (ControlInPlace.h):
 //     class BRU_Store final : public Object<ControlInterfaces<IBRU_Store>, Dispatch<IBRU_Store>, Control>
 class Control : public ControlView,
                 public ControlInPlace,

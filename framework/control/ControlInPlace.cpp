@@ -216,11 +216,23 @@ const RECT* ControlInPlace::WindowlessBounds() const noexcept {
     return site_.Windowless() ? &position_ : nullptr;
 }
 
+void ControlInPlace::FinishWithWindow() noexcept {
+    window_.Leave();
+    Drop();
+}
+
+void ControlInPlace::Drop() noexcept {
+    if (InterlockedDecrement(&holds_) == 0) Delete();
+}
+
 LRESULT ControlInPlace::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     const ComPtr<IOleInPlaceActiveObject> keep(this);
     switch (message) {
         case WM_PAINT:
             PaintWindow(window);
+            return 0;
+        case WM_PRINTCLIENT:
+            PaintClient(window, reinterpret_cast<HDC>(wParam));
             return 0;
         case WM_ERASEBKGND:  // painting covers everything
             return 1;
@@ -240,10 +252,14 @@ void ControlInPlace::PaintWindow(HWND window) noexcept {
     PAINTSTRUCT paint;
     HDC hdc = BeginPaint(window, &paint);
     if (!hdc) return;
+    PaintClient(window, hdc);
+    EndPaint(window, &paint);
+}
+
+void ControlInPlace::PaintClient(HWND window, HDC hdc) noexcept {
     RECT bounds;
     GetClientRect(window, &bounds);
     Paint(hdc, bounds);
-    EndPaint(window, &paint);
 }
 
 }  // namespace zel

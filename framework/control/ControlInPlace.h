@@ -46,7 +46,14 @@ protected:
     bool Redraw() noexcept override;
     const RECT* WindowlessBounds() const noexcept override;
 
+    // For the class of the control, when its last reference is gone: it is deleted by Delete, once its window
+    // has gone too.
+    void FinishWithWindow() noexcept;
+    virtual void Delete() noexcept = 0;
+
 private:
+    void Hold() noexcept override { InterlockedIncrement(&holds_); }
+    void Drop() noexcept override;
     LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
 
     HRESULT TakePlace(const InPlaceSite& site) noexcept;
@@ -57,6 +64,7 @@ private:
     // What a message means to a control with or without a window, before its default handling.
     void Notice(UINT message) noexcept;
     void PaintWindow(HWND window) noexcept;
+    void PaintClient(HWND window, HDC hdc) noexcept;
 
     InPlaceSite site_;  // not empty: active
     ComPtr<IOleInPlaceFrame> frame_;
@@ -64,6 +72,7 @@ private:
     ControlWindow window_;
     RECT position_ = {};
     bool uiActive_ = false;
+    volatile LONG holds_ = 1;  // of all references together, and of the window
 };
 
 }  // namespace zel

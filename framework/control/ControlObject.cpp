@@ -1,5 +1,7 @@
 #include "ControlObject.h"
 
+#include <utility>
+
 #include "OleFunctions.h"
 
 namespace zel {
@@ -28,8 +30,7 @@ HRESULT ControlObject::Close(DWORD option) noexcept {
     HRESULT result = S_OK;
     if (option != OLECLOSE_NOSAVE && IsDirty() && site) result = site->SaveObject();
     Deactivate();
-    Advises().SendClose();
-    ReleaseContainer();
+    if (!std::exchange(closed_, true)) Advises().SendClose();
     return FAILED(result) ? result : S_OK;
 }
 
@@ -51,6 +52,7 @@ HRESULT ControlObject::GetClipboardData(DWORD, IDataObject** out) noexcept {
 
 HRESULT ControlObject::DoVerb(LONG verb, MSG*, IOleClientSite* activeSite, LONG, HWND, LPCRECT) noexcept {
     const ComPtr<IOleObject> keep(this);
+    closed_ = false;
     if (!Site()) SetSite(activeSite);
     switch (verb) {
         case OLEIVERB_PRIMARY:

@@ -13,18 +13,18 @@ namespace zel {
 // window apart from its place in the container, no mnemonics and no events.
 class ControlObject : public IOleObject, public IOleControl, protected virtual ControlCore {
 public:
-    // The control leaves the place it has in another site. The site is held until the next call, or Close.
+    // The control leaves the place it has in another site. The site is held until the next call.
     STDMETHODIMP SetClientSite(IOleClientSite* site) noexcept override;
     STDMETHODIMP GetClientSite(IOleClientSite** out) noexcept override;
     STDMETHODIMP SetHostNames(LPCOLESTR application, LPCOLESTR document) noexcept override;
-    // Gives back all of the container's interfaces. A dirty control is saved without asking unless `option`
-    // forbids it.
+    // Site and advise connections stay until the container ends them. A dirty control is saved without asking
+    // unless `option` forbids it. What is closed already has nothing to announce until the next verb.
     STDMETHODIMP Close(DWORD option) noexcept override;
     STDMETHODIMP SetMoniker(DWORD which, IMoniker* moniker) noexcept override;
     STDMETHODIMP GetMoniker(DWORD assign, DWORD which, IMoniker** out) noexcept override;
     STDMETHODIMP InitFromData(IDataObject* data, BOOL creation, DWORD reserved) noexcept override;
     STDMETHODIMP GetClipboardData(DWORD reserved, IDataObject** out) noexcept override;
-    // A control that was closed takes `activeSite` for its site.
+    // A control without a site takes `activeSite`.
     STDMETHODIMP DoVerb(LONG verb, MSG* message, IOleClientSite* activeSite, LONG index, HWND parent,
                         LPCRECT position) noexcept override;
     STDMETHODIMP EnumVerbs(IEnumOLEVERB** out) noexcept override;
@@ -47,6 +47,8 @@ public:
 
 private:
     HRESULT Show() noexcept;
+
+    bool closed_ = false;
 };
 
 }  // namespace zel

@@ -9,13 +9,10 @@ constexpr wchar_t kClassName[] = L"zel.Control";
 
 }  // namespace
 
-ControlWindow::~ControlWindow() {
-    owner_ = nullptr;
-    Destroy();
-}
-
 HRESULT ControlWindow::Create(HWND parent, const RECT& position, Owner& owner) noexcept {
     Destroy();
+    if (window_) return RPC_E_WRONG_THREAD;
+    // Refused when another control was faster: the class is there all the same.
     WNDCLASSW windowClass = {};
     windowClass.style = CS_HREDRAW | CS_VREDRAW;
     windowClass.lpfnWndProc = &Procedure;
@@ -28,16 +25,29 @@ HRESULT ControlWindow::Create(HWND parent, const RECT& position, Owner& owner) n
                     position.bottom - position.top, parent, nullptr, Module::Instance(), this);
     if (window_) return S_OK;
     const DWORD error = GetLastError();
-    UnregisterClassW(kClassName, Module::Instance());
     return error ? HRESULT_FROM_WIN32(error) : E_FAIL;
 }
 
-// The class stays while another control still has a window: the system refuses to remove it. It goes also
-// when the container took the window down.
+// A window whose thread has ended went without a message.
 void ControlWindow::Destroy() noexcept {
-    if (window_) DestroyWindow(window_);
-    UnregisterClassW(kClassName, Module::Instance());
+    const HWND window = window_;
+    if (!window || DestroyWindow(window) || PostMessageW(window, WM_CLOSE, 0, 0)) return;
+    if (!IsWindow(window)) Gone();
 }
+
+void ControlWindow::Leave() noexcept {
+    left_ = true;
+    Destroy();
+}
+
+// Dropping the owner may be its end, and that of this object.
+void ControlWindow::Gone() noexcept {
+    if (!InterlockedExchange(&exists_, FALSE)) return;
+    window_ = nullptr;
+    owner_->Drop();
+}
+
+void ControlWindow::ReleaseClass() noexcept { UnregisterClassW(kClassName, Module::Instance()); }
 
 void ControlWindow::Move(const RECT& position, const RECT* clip) noexcept {
     if (!window_) return;
@@ -69,6 +79,8 @@ void ControlWindow::TakeFocus() noexcept {
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_CREATE) {
         auto* self = static_cast<ControlWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        self->owner_->Hold();
+        self->exists_ = TRUE;
         self->window_ = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
         return 0;
@@ -76,12 +88,11 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
     auto* self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (self && message == WM_DESTROY) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        self->window_ = nullptr;
+        self->Gone();
         self = nullptr;
     }
-    Owner* owner = self ? self->owner_ : nullptr;
-    return owner ? owner->OnMessage(window, message, wParam, lParam)
-                 : DefWindowProcW(window, message, wParam, lParam);
+    return self && !self->left_ ? self->owner_->OnMessage(window, message, wParam, lParam)
+                                : DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace zel

@@ -55,6 +55,23 @@ TEST_F(Collection, CopySharesItemsAndKeepsAReferenceToTheLast) {
     EXPECT_EQ(2u, References(*last));
 }
 
+// Takes the first item out of a collection as it goes.
+struct Remover final : Object<Interfaces<IUnknown>, IUnknown> {
+    explicit Remover(ZEL_Collection& from) : items(from) {}
+    ~Remover() override { items.Remove(Typed(VT_UI4, 0)); }
+    ZEL_Collection& items;
+};
+
+TEST_F(Collection, ItemIsThatBeforeWhatThePlaceHeldIsReleased) {
+    const auto items = Numbers(2);
+    VARIANT place;
+    V_VT(&place) = VT_UNKNOWN;
+    V_UNKNOWN(&place) = Make<Remover>(*items).Detach();
+    EXPECT_EQ(S_OK, items->Item(Typed(VT_UI4, 0), &place));
+    EXPECT_EQ(0, V_I4(&place));
+    EXPECT_EQ(L"1", Tree(*items));
+}
+
 TEST_F(Collection, EnumeratesASnapshot) {
     const auto items = Numbers(2);
     Variant enumerator;

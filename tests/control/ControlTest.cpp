@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -23,20 +25,36 @@ protected:
     void SetUp() override {
         OleInitialize(nullptr);
         Module::Attach(GetModuleHandleW(nullptr), nullptr, 0);
-        ASSERT_EQ(module_.Register(), S_OK);
+        ASSERT_EQ(module_->Register(), S_OK);
         MakeStore();
     }
     void TearDown() override {
         store_.Reset();
         EXPECT_EQ(Module::LockCount(), 0);
-        EXPECT_EQ(module_.CanUnloadNow(), S_OK);
+        EXPECT_EQ(module_->CanUnloadNow(), S_OK);
+        ControlWindow::ReleaseClass();
+        EXPECT_FALSE(HasClass(GetModuleHandleW(nullptr)));
         Module::Detach();
         OleUninitialize();
+        const HMODULE unloaded = GetModuleHandleW(L"ZEL_BRU.dll");
+        module_.reset();
+        for (int i = 0; i < 2; ++i) CoFreeUnusedLibrariesEx(0, 0);
+        EXPECT_FALSE(HasClass(unloaded));
     }
 
+    static bool HasClass(HINSTANCE instance) {
+        WNDCLASSW found;
+        return GetClassInfoW(instance, L"zel.Control", &found);
+    }
     void MakeStore() { store_ = Make<BRU_Store>().As<IOleObject>(); }
     HRESULT Do(LONG verb, IOleClientSite* site = nullptr) const {
         return store_->DoVerb(verb, nullptr, site, 0, nullptr, nullptr);
+    }
+    // Ends all that a container has to end before it goes.
+    void Leave() const {
+        store_->Close(OLECLOSE_NOSAVE);
+        store_->SetClientSite(nullptr);
+        store_.As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, 0, nullptr);
     }
     HRESULT SetExtent(LONG width, LONG height) const {
         SIZEL extent = {width, height};
@@ -48,7 +66,7 @@ protected:
         return {shown.right, shown.bottom};
     }
 
-    const Server module_;
+    std::unique_ptr<Server> module_ = std::make_unique<Server>();
     ComPtr<IOleObject> store_;
     FORMATETC picture_ = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
 };
@@ -104,10 +122,20 @@ TEST_F(ControlTest, QuickActivationConnectsAndAdviseSinksHearOfChanges) {
     store_.As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, ADVF_ONLYONCE | ADVF_PRIMEFIRST, &container);
     EXPECT_EQ(SetExtent(2, 2), S_OK);
     EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE), S_OK);
-    EXPECT_EQ(store_->Close(OLECLOSE_NOSAVE), S_OK);
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(store_->Close(OLECLOSE_NOSAVE), S_OK);
     EXPECT_EQ(container.TakeLog(),
               "OnViewChange OnDataChange CanInPlaceActivate OnInPlaceActivate "
               "GetWindowContext GetWindow OnInPlaceDeactivate OnClose");
+    // Closed, it still stands in its container, which may open it again.
+    EXPECT_EQ(SetExtent(3, 3), S_OK);
+    EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE), S_OK);
+    EXPECT_EQ(store_->Close(OLECLOSE_SAVEIFDIRTY), S_OK);
+    EXPECT_EQ(store_->Unadvise(ole), S_OK);
+    EXPECT_EQ(store_->Close(OLECLOSE_NOSAVE), S_OK);
+    EXPECT_EQ(container.TakeLog(),
+              "OnDataChange CanInPlaceActivate OnInPlaceActivate GetWindowContext GetWindow SaveObject "
+              "OnInPlaceDeactivate OnClose");
+    store_.Reset();
 }
 
 TEST_F(ControlTest, AStreamHoldsTheExtentAndADamagedOneChangesNothing) {
@@ -133,8 +161,9 @@ TEST_F(ControlTest, OleCreatesSavesAndLoads) {
     ASSERT_EQ(OleCreate(CLSID_BRU_Store, IID_IOleObject, OLERENDER_DRAW, nullptr, &container, storage.Get(),
                         store_.OutVoid()),
               S_OK);
-    EXPECT_EQ(module_.CanUnloadNow(), S_FALSE);
+    EXPECT_EQ(module_->CanUnloadNow(), S_FALSE);
     SetExtent(222, 333);
+    EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE), S_OK);
     store_->Advise(&container, &connection);
     container.TakeLog();
     const auto persist = store_.As<IPersistStorage>();
@@ -149,7 +178,8 @@ TEST_F(ControlTest, OleCreatesSavesAndLoads) {
     ASSERT_EQ(OleLoad(storage.Get(), IID_IOleObject, &container, store_.OutVoid()), S_OK);
     EXPECT_EQ(Extent(), Size(222, 333));
     store_->Close(OLECLOSE_SAVEIFDIRTY);
-    EXPECT_EQ(container.TakeLog(), "OnClose");
+    EXPECT_EQ(container.TakeLog(), "OnInPlaceDeactivate OnClose");
+    store_.Reset();
 }
 
 TEST_F(ControlTest, CallsTheContainerInOrder) {
@@ -211,8 +241,28 @@ TEST_F(ControlTest, AnswersVerbsByTheUserModeUntilItsSiteChanges) {
     DestroyWindow(container.ControlWindow());
     EXPECT_EQ(store_->SetClientSite(&other), S_OK);
     EXPECT_EQ(container.TakeLog(), "SetActiveObject(null) OnUIDeactivate OnFocus OnInPlaceDeactivate");
-    WNDCLASSW left;
-    EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), L"zel.Control", &left));
+    EXPECT_TRUE(HasClass(GetModuleHandleW(nullptr))) << "another apartment may be about to use it";
+    store_.Reset();
+}
+
+TEST_F(ControlTest, StaysWithItsWindowWhenAnotherThreadReleasesIt) {
+    Container container(Site::kPlain);
+    Do(OLEIVERB_INPLACEACTIVATE, &container);
+    const HWND window = container.ControlWindow();
+    std::thread([&] { store_.Reset(); }).join();
+    EXPECT_NE(Module::LockCount(), 0);
+    SendMessageW(window, WM_LBUTTONDOWN, 0, 0);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(ControlTest, GoesWhenTheThreadOfItsWindowHasEnded) {
+    std::unique_ptr<Container> container;
+    std::thread([&] {
+        container = std::make_unique<Container>(Site::kPlain);
+        EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE, container.get()), S_OK);
+    }).join();
     store_.Reset();
 }
 
@@ -241,10 +291,10 @@ TEST_F(ControlTest, SurvivesTheRefusalOfAnyCallAndBeingClosedWithinAny) {
             store_.As<IDataObject>()->DAdvise(&picture_, 0, &refusing, &connection);
             store_.As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, &refusing);
             liveIn(refusing);
-            store_->Close(OLECLOSE_SAVEIFDIRTY);
+            Leave();
             liveIn(closing);
             EXPECT_TRUE(disturbed < 30 || closing.Calls < disturbed);
-            if (closing.Calls < disturbed) store_->Close(OLECLOSE_NOSAVE);
+            Leave();
             EXPECT_EQ(refusing.Places + closing.Places, 0);
             MakeStore();
             EXPECT_EQ(Module::LockCount(), 3);
@@ -338,7 +388,7 @@ TEST_F(ControlTest, WithoutAWindowIsDrawnInItsPlaceAndRestoresTheBrush) {
                                    nullptr, nullptr, 0);
     EXPECT_EQ(GetCurrentObject(picture.Dc, OBJ_BRUSH), brush);
     picture.ExpectControl();
-    store_->Close(OLECLOSE_NOSAVE);
+    store_.Reset();
 }
 
 TEST_F(ControlTest, TheScreenShowsItInOurContainerAndInTheSystemsControlHost) {
@@ -347,7 +397,11 @@ TEST_F(ControlTest, TheScreenShowsItInOurContainerAndInTheSystemsControlHost) {
     Do(OLEIVERB_INPLACEACTIVATE, &container);
     store_.As<IOleInPlaceObject>()->SetObjectRects(&kBounds, &kBounds);
     ExpectOnScreen(container.Window);
-    store_->Close(OLECLOSE_NOSAVE);
+    Picture printed;
+    SetViewportOrgEx(printed.Dc, kBounds.left, kBounds.top, nullptr);
+    SendMessageW(container.ControlWindow(), WM_PRINT, reinterpret_cast<WPARAM>(printed.Dc), PRF_CLIENT);
+    printed.ExpectControl();
+    store_.Reset();
 
     const FARPROC init = GetProcAddress(LoadLibraryW(L"atl100.dll"), "AtlAxWinInit");
     ASSERT_TRUE(init && init());
