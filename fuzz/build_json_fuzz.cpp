@@ -42,9 +42,9 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
     const char* folder = zel::SeedFolder();
     if (!folder) return 0;
     const std::string json =
-        R"({"Header":{"Flags":257,"Type":5,"CreatedBy":{"text":"\u20ac","behind":"ff00"}},"FileFlags":4294967295,)"
-        R"("Definitions":[{"AreaCode":{"text":"A\u0000","tag":7},"WallWidth":"0x7ff0000000000001",)"
-        R"("Multiplier":0.1,"AreaName":{"text":"x","count":25,"behind":"01"},"Members":[{"MembersOpening":2}]}],)"
+        R"({"Header":{"Flags":257,"Type":5,"CreatedBy":"\u20ac","CreatedByBehind":"ff00"},"FileFlags":4294967295,)"
+        R"("Definitions":[{"AreaCode":"A\u0000","AreaCodeTag":7,"WallWidth":null,"WallWidthBits":"0x7ff0000000000001",)"
+        R"("Multiplier":0.1,"AreaName":"x","AreaNameCount":25,"AreaNameBehind":"01","Members":[{"MembersOpening":2}]}],)"
         R"("LeftOver":"00","CutShort":1})";
     const std::string file = Assembler::Assemble(json);
     zel::WriteSeed(folder, "terse", json);

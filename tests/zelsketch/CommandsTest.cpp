@@ -15,8 +15,9 @@ namespace {
 TEST_F(ToolTest, ShowExplains) {
     Build("f", R"({ "Header": { "Flags": 258, "CreationDate": 147622, "CreationTime": 3661,
                                 "ModifiedTime": -1, "CreatedBy": "\u20ac\u0081\u001b[31m" },
-                    "Definitions": [ { "AreaCode": "A", "Members": [ { "WallWidth": "0x7ff0000000000000",
-                        "AreaName": { "text": "x", "count": 25, "behind": "ff" } } ] } ], "CutShort": 3 })");
+                    "Definitions": [ { "AreaCode": "A", "Members": [ { "WallWidth": null,
+                        "WallWidthBits": "0x7ff0000000000000", "AreaName": "x", "AreaNameCount": 25,
+                        "AreaNameBehind": "ff" } ] } ], "CutShort": 3 })");
     std::string page = Zelsketch({"show", "f"}).out;
     const auto areBlanks = [](char a, char b) { return a == ' ' && b == ' '; };
     page.erase(std::unique(page.begin(), page.end(), areBlanks), page.end());

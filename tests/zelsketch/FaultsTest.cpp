@@ -7,6 +7,8 @@
 namespace zel {
 namespace {
 
+using std::literals::operator""s;
+
 std::string File(const std::string& json) { return Assembler::Assemble(json); }
 
 // Two definitions, the first from byte 0x71 with a member from byte 0xeb.
@@ -25,24 +27,41 @@ std::string Cut(std::size_t size) { return Sample().substr(0, size); }
 TEST_F(ToolTest, BuildSaysWhatItExpectsAndLeavesTheOldFile) {
     const std::pair<std::string, std::string> cases[] = {
         {"", "1, column 1: syntax error while parsing value - unexpected end of input; expected '['"},
-        {"{\n  \"Header\": }", "2, column 13: syntax error while parsing value - unexpected '}'; "},
+        {"{\n  \"Header\": }", "2, column 13: Header: syntax error while parsing value - unexpected '}'; "},
         {"{ \"Head\n er\": 1 }", "1, column 8: syntax error while parsing object key - invalid string"},
-        {"[1e999]", "1, column 2: expected a number that a double can hold"},
-        {"[]", "1, column 1: expected an object with \"Header\" and \"Definitions\""},
-        {R"({ "Headr": {} })", R"(1, column 12: "Headr" has no place here: no such field)"},
-        {R"({ "Header": { "FileVersion": 3 }, "FileFlags": 1 })", "1, column 48: \"FileFlags\" has no"},
-        {R"({ "Header": { "Type": 1, "Type": 2 } })", "1, column 34: \"Type\" is there twice"},
-        {R"({ "Header": { "Type": 256 } })", "1, column 23: expected a whole number from 0 to 255"},
-        {R"({ "Header": { "Flags": 4294967296 } })",
-         "1, column 24: expected a whole number from 0 to 4294967295"},
-        {R"({ "Header": { "Signature": "0123456789" } })", "1, column 28: expected at most 9 characters"},
-        {R"({ "Header": { "CreatedBy": { "text": "012345678", "behind": "0102" } } })",
-         R"(1, column 28: expected at most 10 bytes in "text" and "behind")"},
-        {R"({ "Header": { "CreatedBy": "ł" } })", "1, column 28: expected characters of Windows-1252"},
-        {R"({ "LeftOver": "123" })", "1, column 15: expected bytes, two hexadecimal digits each"},
-        {R"({ "Definitions": [ { "WallWidth": "\"" } ] })", "1, column 35: expected a number, or \"0x\""},
-        {R"({ "Definitions": [ { "AreaCode": { "tag": 0 } } ] })", "1, column 20: expected an AreaCode"},
-        {R"({ "CutShort": 115 })", "1, column 15: expected a whole number from 0 to 114"},
+        {R"({ "Definitions": [ {}, { "Members": [ {}, )",
+         "1, column 43: Definitions[1].Members[1]: syntax err"},
+        {"\xFF\xFE{\0\n\0\"\0\x42\x01\"\0\x00\xD8\"\0"s, "2, column 4: ł: syntax error while parsing"},
+        {"[1e999]", "1, column 7: [0]: expected a number that a double can hold"},
+        {"[]", "1, column 1: expected an object with \"Header\" and \"Definitions\", not []"},
+        {R"({ "Headr": {} })", "1, column 12: Headr: has no place here: no such field"},
+        {R"({ "Header": { "FileVersion": 3 }, "FileFlags": 1 })", "1, column 48: FileFlags: has no place"},
+        {R"({ "Header": { "Type": 1, "Type": 2 } })", "1, column 34: Header.Type: is there twice"},
+        {R"({ "Header": { "Type": 256 } })",
+         "1, column 23: Header.Type: expected a whole number from 0 to 255, not 256\n"},
+        {R"({ "Header": { "Flags": -1 } })",
+         "1, column 24: Header.Flags: expected a whole number from 0 to 4294967295, not -1\n"},
+        {R"({ "Header": { "CreationDate": 2147483648 } })",
+         "1, column 31: Header.CreationDate: expected a whole number from -2147483648 to 2147483647, not"},
+        {R"({ "Header": { "Signature": "0123456789" } })",
+         "1, column 28: Header.Signature: expected at most 9 characters, not \"0123456789\"\n"},
+        {R"({ "Header": { "CreatedBy": "012345678", "CreatedByBehind": "0102" } })",
+         "1, column 60: Header.CreatedByBehind: expected at most 1 byte behind the text, not \"0102\"\n"},
+        {R"({ "Header": { "CreatedBy": { "text": "old" } } })",
+         "1, column 28: Header.CreatedBy: expected a text"},
+        {R"({ "Header": { "CreatedBy": "ł" } })",
+         "1, column 28: Header.CreatedBy: expected characters of Win"},
+        {R"({ "LeftOver": "123" })", "1, column 15: LeftOver: expected bytes, two hexadecimal digits each"},
+        {R"({ "Definitions": [ {}, { "WallWidth": "\"" } ] })",
+         "1, column 39: Definitions[1].WallWidth: expected a number, or null and \"WallWidthBits\", not "
+         "\"\\\"\"\n"},
+        {R"({ "Definitions": [ { "WallWidth": 1, "WallWidthBits": "0x0000000000000000" } ] })",
+         "1, column 55: Definitions[0].WallWidthBits: has no place here"},
+        {R"({ "Definitions": [ { "AreaCodeTag": 0 } ] })",
+         "1, column 20: Definitions[0].AreaCodeTag: expected a tag other than 0"},
+        {R"({ "Definitions": [ { "AreaCode": ")" + std::string(256, 'A') + R"(" } ] })",
+         "1, column 34: Definitions[0].AreaCode: expected at most 255 characters, not \"AAAA"},
+        {R"({ "CutShort": 115 })", "1, column 15: CutShort: expected a whole number from 0 to 114, not 115"},
     };
     Put("f", "old");
     for (const auto& [json, error] : cases) {

@@ -17,7 +17,7 @@ namespace {
 
 std::string ThereAndBack(const std::string& file) {
     std::ostringstream json;
-    JsonWriter writer(json);
+    JsonWriter writer(json, JsonWriter::kFileSchema);
     Surveyor::Survey(file, writer);
     writer.Finish();
     return Assembler::Assemble(json.str());

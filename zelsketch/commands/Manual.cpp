@@ -29,12 +29,16 @@ constexpr Entry kStatuses[] = {
 };
 
 constexpr Entry kJson[] = {
+    {"$schema", "definition-file.schema.json, the schema that all of it follows"},
     {"text",
-     "a string if that tells all bytes of its field, else an object: \"text\"; \"count\" if that is not the "
-     "text's length; \"behind\", the bytes behind the text up to the field's end in hexadecimal; \"tag\" if "
-     "that is not 6. Characters are those of Windows-1252, whose five open bytes stand for the control "
-     "characters of their number"},
-    {"number with a fraction", "a number, or \"0x\" and 16 digits where it is none (NaN, infinity) or -0"},
+     "a string; characters are those of Windows-1252, whose five open bytes stand for the control characters "
+     "of "
+     "their number. What it does not tell stands behind it: under AreaNameCount a count that is not the "
+     "text's "
+     "length, under AreaNameBehind the bytes behind the text up to the field's end in hexadecimal, under "
+     "AreaCodeTag a tag that is not 6"},
+    {"number with a fraction",
+     "a number; null for NaN and infinity, and \"0x\" and 16 digits under WallWidthBits"},
     {"date", "a day number; day 0 is 1 January 1600"},
     {"time", "seconds since midnight"},
     {"DefinitionsOpening, MembersOpening", "a list's opening byte, where that is not 1"},

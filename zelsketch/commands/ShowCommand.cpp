@@ -14,7 +14,7 @@ ExitStatus ShowCommand::Run(const Console& console) const {
     const std::string bytes = ReadFile(file);
     const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
     if (json) {
-        JsonWriter writer(console.out);
+        JsonWriter writer(console.out, drawing ? nullptr : JsonWriter::kFileSchema);
         Survey(bytes, writer);
         writer.Finish();
     } else if (hex) {

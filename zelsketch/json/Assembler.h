@@ -3,10 +3,11 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "zel/definition/DefinitionRecord.h"
 #include "zel/survey/Field.h"
-#include "JsonTree.h"
+#include "JsonText.h"
 
 namespace zel {
 
@@ -17,7 +18,7 @@ public:
     static constexpr bool kReads = true;
     class Cursor;
 
-    // Throws Failure (kDamaged) with line, column and what was expected.
+    // Throws Failure (kDamaged) with line, column, path, what was expected and what was there.
     static std::string Assemble(std::string_view json);
 
     // The calls of an archive (FileWalk.h).
@@ -42,36 +43,36 @@ public:
     }
 
 private:
-    // What a text's JSON says of its field.
-    struct TextParts {
-        std::string text;
-        std::int64_t first = 6;  // the count or the tag
-        std::string behind;
-        bool isPlain = true;  // the text alone
-    };
+    using Members = std::vector<JsonMember>;
 
-    explicit Assembler(std::string_view json) : tree_(json) {}
+    explicit Assembler(std::string_view json);
 
     void Finish();
-    JsonNode* OpenList();
-    void StartDefinition(JsonNode& node);
-    void Expect(const JsonNode& node, JsonNode::Type type, const char* what) const;
-    void RefuseUnused(const JsonNode& object);
+    bool OpenList(const char* name, JsonValue& first);
+    void StartDefinition(JsonValue value);
+    JsonMember* Take(const char* name, const char* suffix = "");
+    void RefuseUnused() const;
 
     void Fill(FieldKind kind, const char* name, char* bytes, std::size_t width);
-    std::int64_t Integer(const JsonNode& node, std::int64_t least, std::int64_t most) const;
-    std::uint64_t DoubleBits(const JsonNode& node) const;
-    TextParts Parts(FieldKind kind, JsonNode& node);
-    void FillText(FieldKind kind, JsonNode& node, char* bytes, std::size_t width);
-    std::string Encoded(const JsonNode& node) const;
-    std::string FromHex(const JsonNode& node) const;
+    void FillText(FieldKind kind, const char* name, char* bytes, std::size_t width);
+    void Expect(const JsonMember& member, JsonText::Type type, const char* what) const;
+    std::uint64_t Integer(const JsonMember& member, std::int64_t least, std::int64_t most) const;
+    std::uint64_t RealBits(const JsonMember& member, const char* name);
+    std::string Encoded(const JsonMember& member) const;
+    std::string FromHex(const JsonMember& member) const;
+    // Throws Failure: "Definitions[2].AreaName: expected ..., not ...".
+    [[noreturn]] void FailAt(const JsonMember& member, const std::string& expected) const;
+    std::string PathOf(const JsonMember& member) const;
 
-    JsonTree tree_;
+    JsonText json_;
     std::string out_;
-    JsonNode* object_ = nullptr;  // whose members the next fields are
+    Members root_;
+    Members own_;                       // of the header or the definition at hand
+    Members* members_ = nullptr;        // where the next fields are
+    Place place_;                       // of the header or the definition at hand
+    std::size_t definitionStart_ = 0;   // in the file
+    std::size_t definitionOffset_ = 0;  // in the JSON text
     std::int32_t version_ = 0;
-    bool inList_ = false;
-    std::size_t definitionStart_ = 0;
     DefinitionRecord record_;
 };
 

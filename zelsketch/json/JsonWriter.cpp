@@ -8,7 +8,12 @@
 
 namespace zel {
 
-JsonWriter::JsonWriter(std::ostream& out) : out_(out) { Open('{'); }
+JsonWriter::JsonWriter(std::ostream& out, const char* schema) : out_(out) {
+    Open('{');
+    if (!schema) return;
+    Key("$schema");
+    String(schema);
+}
 
 void JsonWriter::OnHeader() {
     Key("Header");
@@ -17,17 +22,34 @@ void JsonWriter::OnHeader() {
 
 void JsonWriter::OnField(const Field& field) {
     missing_ += field.Missing();
-    if (field.kind == FieldKind::kListEnd) return Close(']');
-    if (field.kind == FieldKind::kMarkedList || field.kind == FieldKind::kTypedList) return OpenList(field);
+    switch (field.kind) {
+        case FieldKind::kListEnd:
+            return Close(']');
+        case FieldKind::kMarkedList:
+        case FieldKind::kTypedList:
+            return OpenList(field);
+        default:
+            break;
+    }
     field.name.empty() ? NewLine() : Key(field.name);
-    Value(field);
+    switch (field.kind) {
+        case FieldKind::kUnsigned:
+        case FieldKind::kSigned:
+        case FieldKind::kReal:
+            return Numbers(field);
+        case FieldKind::kRaw:
+        case FieldKind::kLeftOver:
+            return String(HexDigits(field.bytes));
+        default:
+            Text(field);
+    }
 }
 
 void JsonWriter::OpenList(const Field& field) {
     const std::size_t usual = field.kind == FieldKind::kMarkedList ? 1 : 0;
     if (field.Byte(0) != usual) {
-        Key(std::string(field.name) + "Opening");
-        buffer_ += std::to_string(field.Byte(0));
+        Key(field.name, "Opening");
+        Number(field.Byte(0));
     }
     Key(field.name);
     Open('[');
@@ -41,52 +63,55 @@ void JsonWriter::OnRecord(const Place&) {
 void JsonWriter::Finish() {
     if (missing_) {
         Key("CutShort");
-        buffer_ += std::to_string(missing_);
+        Number(missing_);
     }
     Close('}');
     buffer_ += '\n';
     Flush();
 }
 
-void JsonWriter::Value(const Field& field) {
-    switch (field.kind) {
-        case FieldKind::kUnsigned:
-        case FieldKind::kSigned:
-        case FieldKind::kReal:
-            return Numbers(field);
-        case FieldKind::kRaw:
-        case FieldKind::kLeftOver:
-            buffer_ += '"' + HexDigits(field.bytes) + '"';
-            return;
-        default:
-            field.IsPlain() ? String(field.Text()) : PartsOfText(field);
-    }
-}
-
 void JsonWriter::Numbers(const Field& field) {
-    const std::size_t count = field.Count();
-    if (count > 1) buffer_ += '[';
-    for (std::size_t i = 0; i < count; ++i) {
-        if (i > 0) buffer_ += ", ";
-        const std::uint64_t bits = field.Bits(i);
+    const bool isOne = field.Count() == 1;
+    std::string numbers, bits;
+    bool areFinite = true;
+    for (std::size_t i = 0; i < field.Count(); ++i) {
+        if (i > 0) numbers += ", ", bits += ", ";
         if (field.kind != FieldKind::kReal) {
-            buffer_ += std::to_string(field.Integer(i));
-        } else {
-            buffer_ += IsExactDecimal(bits) ? Decimal(bits) : '"' + HexNumber(bits, 8) + '"';
+            numbers += std::to_string(field.Integer(i));
+            continue;
         }
+        const bool isFinite = IsFinite(field.Bits(i));
+        numbers += isFinite ? Decimal(field.Bits(i)) : "null";
+        bits += '"' + HexNumber(field.Bits(i), 8) + '"';
+        areFinite = areFinite && isFinite;
     }
-    if (count > 1) buffer_ += ']';
+    buffer_ += isOne ? numbers : '[' + numbers + ']';
+    if (areFinite) return;
+    Key(field.name, "Bits");
+    buffer_ += isOne ? bits : '[' + bits + ']';
 }
 
-void JsonWriter::PartsOfText(const Field& field) {
-    buffer_ += "{ \"text\": ";
-    String(field.Text());
-    if (field.kind == FieldKind::kShort) buffer_ += ", \"tag\": " + std::to_string(field.Byte(0));
-    if (field.kind == FieldKind::kCounted && field.Byte(0) != field.Text().size())
-        buffer_ += ", \"count\": " + std::to_string(field.Byte(0));
-    if (const auto behind = field.Behind(); !behind.empty())
-        buffer_ += ", \"behind\": \"" + HexDigits(behind) + '"';
-    buffer_ += " }";
+void JsonWriter::Text(const Field& field) {
+    const std::string_view text = field.Text(), behind = field.Behind();
+    String(text);
+    if (field.IsPlain()) return;
+    const bool isCounted = field.kind == FieldKind::kCounted || field.kind == FieldKind::kCode;
+    if (isCounted && field.Byte(0) != text.size()) {
+        Key(field.name, "Count");
+        Number(field.Byte(0));
+    }
+    if (!behind.empty() || text.size() > field.MaxLength()) {
+        Key(field.name, "Behind");
+        String(HexDigits(behind));
+    }
+    if (field.kind == FieldKind::kShort) {
+        Key(field.name, "Tag");
+        Number(field.Byte(0));
+    }
+    if (field.kind == FieldKind::kStyle) {
+        Key(field.name, "Code");
+        Number(field.Byte(0));
+    }
 }
 
 void JsonWriter::String(std::string_view text) {
@@ -104,10 +129,11 @@ void JsonWriter::String(std::string_view text) {
     buffer_ += '"';
 }
 
-void JsonWriter::Key(std::string_view name) {
+void JsonWriter::Key(std::string_view name, std::string_view suffix) {
     NewLine();
     buffer_ += '"';
     buffer_ += name;
+    buffer_ += suffix;
     buffer_ += "\": ";
 }
 

@@ -8,14 +8,24 @@
 namespace zel {
 
 // Writes a file as JSON that tells every byte of it, as the file is walked: memory does not grow with it.
-// A text is a string where the string alone tells the field's bytes, else an object: "text", and beside it
-// "count" where that is not the text's length, "behind" (hexadecimal, flush with the field's end) for bytes
-// behind the text, "tag" where it is not 6. A double is a number, or "0x" and its bits where no number is
-// exact. An opening byte other than 1 stands in front of its list. "LeftOver" holds bytes behind the file's
-// end, "CutShort" says how many bytes were missing.
+// Each field has one shape whatever its bytes are: a text is a string, a real a number, or null where no
+// number is exact. What the value alone does not tell stands behind it under the field's name and a suffix:
+//
+//   Count    the count of a text, where that is not its length
+//   Behind   bytes behind a text (hexadecimal, flush with the field's end), also where it fills the field
+//   Tag      the tag of a ShortString, where that is not 6
+//   Code     the code of a style, where that is not the usual one
+//   Bits     "0x" and the digits of a real
+//   Opening  the opening byte of a list, where that is not the usual one; in front of the list
+//
+// "LeftOver" holds bytes behind the file's end, "CutShort" says how many bytes were missing.
 class JsonWriter : public FieldVisitor {
 public:
-    explicit JsonWriter(std::ostream& out);
+    // The schema of definition files.
+    static constexpr char kFileSchema[] = "definition-file.schema.json";
+
+    // A schema's name stands first.
+    explicit JsonWriter(std::ostream& out, const char* schema = nullptr);
 
     void OnField(const Field& field) override;
     void OnHeader() override;
@@ -25,15 +35,15 @@ public:
     void Finish();
 
 private:
-    void Key(std::string_view name);
+    void Key(std::string_view name, std::string_view suffix = {});
     void NewLine();
     void Open(char bracket);
     void Close(char bracket);
-    void PartsOfText(const Field& field);
-    void String(std::string_view text);
     void OpenList(const Field& field);
-    void Value(const Field& field);
+    void Text(const Field& field);
+    void String(std::string_view text);
     void Numbers(const Field& field);
+    void Number(std::uint64_t value) { buffer_ += std::to_string(value); }
     void Flush();
 
     std::ostream& out_;

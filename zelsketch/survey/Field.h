@@ -15,6 +15,7 @@ struct Level {
     std::string_view list;
     std::uint32_t index;
 };
+constexpr std::uint32_t kNoIndex = 0xFFFFFFFF;  // before the first; one more is 0
 using Place = std::vector<Level>;
 
 // One field as it stands in a file. A field that the file's end cuts is completed: with zeros, or with what

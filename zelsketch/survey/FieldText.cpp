@@ -37,7 +37,7 @@ std::string TextRemarks(const Field& field) {
 }
 
 std::string RealText(std::uint64_t bits) {
-    return Decimal(bits) + (IsExactDecimal(bits) ? "" : "  " + HexNumber(bits, 8));
+    return Decimal(bits) + (IsFinite(bits) ? "" : "  " + HexNumber(bits, 8));
 }
 
 std::string NumbersText(const Field& field) {
@@ -103,7 +103,8 @@ std::string PlaceText(const Place& place) {
             i += skipped;
         }
         if (i > 0) text += '.';
-        text.append(place[i].list) += '[' + std::to_string(place[i].index) + ']';
+        text += place[i].list;
+        if (place[i].index != kNoIndex) text += '[' + std::to_string(place[i].index) + ']';
     }
     return text;
 }

@@ -16,7 +16,7 @@ public:
     }
 
     DefinitionRecord* Next() {
-        if (surveyor_.place_.back().index != kBeforeFirst) surveyor_.EndRecord();
+        if (surveyor_.place_.back().index != kNoIndex) surveyor_.EndRecord();
         if (surveyor_.AtElement()) {
             surveyor_.BeginRecord();
             return &surveyor_.record_;

@@ -30,7 +30,7 @@ public:
 
     std::string_view Take(FieldForm form, const char* name, std::size_t width) override;
     std::string_view Rest() const override { return rest_; }
-    void BeginElements(const char* list) override { place_.push_back({list, kBeforeFirst}); }
+    void BeginElements(const char* list) override { place_.push_back({list, kNoIndex}); }
     void EndElements() override { place_.pop_back(); }
     void BeginRecord() override;
     void EndRecord() override { visitor_.OnRecordEnd(); }
@@ -50,8 +50,6 @@ public:
     void Field(DefinitionBlock& block, const char* name);
 
 private:
-    static constexpr std::uint32_t kBeforeFirst = 0xFFFFFFFF;  // one more is 0
-
     void ShowLeftOver();
 
     std::string_view rest_;

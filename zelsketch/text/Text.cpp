@@ -43,12 +43,14 @@ std::string HexNumber(std::uint64_t value, std::size_t width) {
     return "0x" + HexDigits(bytes);
 }
 
-bool IsExactDecimal(std::uint64_t bits) {
-    constexpr std::uint64_t kNegativeZero = 0x8000000000000000, kExponent = 0x7FF0000000000000;
-    return bits != kNegativeZero && (bits & kExponent) != kExponent;
+bool IsFinite(std::uint64_t bits) {
+    constexpr std::uint64_t kExponent = 0x7FF0000000000000;
+    return (bits & kExponent) != kExponent;
 }
 
 std::string Decimal(std::uint64_t bits) {
+    constexpr std::uint64_t kNegativeZero = 0x8000000000000000;
+    if (bits == kNegativeZero) return "-0.0";  // many take -0 for a whole number, which has no sign
     double value;
     std::memcpy(&value, &bits, sizeof value);
     char text[32];

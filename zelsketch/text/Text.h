@@ -15,9 +15,8 @@ std::string Counted(std::size_t count, const std::string& thing);
 std::string HexDigits(std::string_view bytes, std::string_view between = {});
 // "0x" and all digits of the width.
 std::string HexNumber(std::uint64_t value, std::size_t width);
-// The shortest decimal form that gives the same double; with its bits where that form would not (NaNs,
-// infinities, -0).
-bool IsExactDecimal(std::uint64_t bits);
+// The shortest decimal form that gives the same double, where it is finite.
+bool IsFinite(std::uint64_t bits);
 std::string Decimal(std::uint64_t bits);
 
 // 8-bit text in quotes as UTF-8, control characters as \xNN, so that nothing in a file commands a terminal.

@@ -31,7 +31,12 @@ void AppendUtf8(std::string& text, char32_t character) {
     if (character < 0x800) {
         append(0xC0 | character >> 6);
     } else {
-        append(0xE0 | character >> 12);
+        if (character < 0x10000) {
+            append(0xE0 | character >> 12);
+        } else {
+            append(0xF0 | character >> 18);
+            append(0x80 | (character >> 12 & 0x3F));
+        }
         append(0x80 | (character >> 6 & 0x3F));
     }
     append(0x80 | (character & 0x3F));
