@@ -117,7 +117,8 @@ void AreaRecord::PassAreaCode(Archive& archive) {
 template <class Archive>
 void AreaRecord::PassLinkIndex(Archive& archive) {
     if (archive.version() > 10) return archive.Field(LinkIndex, "LinkIndex");
-    LittleEndian<std::uint16_t> stored = LinkIndex == kNoLink ? LittleEndian<std::uint16_t>{0} : LinkIndex;
+    LittleEndian<std::uint16_t> stored = LinkIndex;
+    if (!Archive::kReads && stored == kNoLink) stored = 0;
     archive.Field(stored, "LinkIndex");
     if (Archive::kReads) LinkIndex = stored == 0 ? LittleEndian<std::uint16_t>{kNoLink} : stored;
 }

@@ -26,7 +26,8 @@ void Reader::Characters(std::string& text, std::size_t length) {
     }
     std::string characters(length, '\0');
     BytesFromBuffer(characters.data(), length);
-    text.assign(characters.c_str());
+    characters.resize(strnlen(characters.data(), length));
+    text.swap(characters);
 }
 
 bool Reader::AtElementOfBuffer() {

@@ -85,11 +85,12 @@ public:
         text.Put({characters, length});
     }
 
-    // A working variable: 0 where not all of it could be read.
+    // A working variable: its missing bytes are 0.
     template <class T>
     T Value() {
         LittleEndian<T> value{};
-        return Bytes(&value, sizeof value) == sizeof value ? T{value} : T{};
+        Field(value);
+        return value;
     }
     template <class T>
     void Value(T& value, const char*) {
@@ -97,7 +98,8 @@ public:
     }
 
     // A length, then that many characters, of which the text is those before the first NUL. A length below 1
-    // leaves the text as it was; characters that are missing count as NULs.
+    // leaves the text as it was; characters that are missing count as NULs. A text that there is no memory
+    // for stays, and so do its characters.
     template <class Length>
     void Text(std::string& text) {
         const Length length = Value<Length>();

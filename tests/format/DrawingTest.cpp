@@ -126,6 +126,23 @@ TEST(AreaRecord, KeepsWhatAVersionLacksAndAddsItsOneMember) {
     EXPECT_THAT(area.MemberIndices.Elements(), testing::ElementsAre(0)) << "none is written as 0";
 }
 
+TEST(AreaRecord, OfANumberThatIsCutTheByteThatCameCounts) {
+    const auto read = [](int version, const std::string& bytes) {
+        AreaRecord record;
+        record.SetVersion(version);
+        record.LinkIndex = AreaRecord::kNoLink;
+        ReadFrom(record, Hex(bytes));
+        return record;
+    };
+    EXPECT_EQ(read(6, "19").AreaCode.text, "SITE");
+    EXPECT_EQ(read(10, "06 00 01 00*40 05").LinkIndex, 0xff05);
+    EXPECT_EQ(*read(22, "06 00 06 00 00*50 06 00 06 00 07").MemberIndices.begin(), 7u);
+    LongString text;
+    text.text = "old";
+    ReadFrom(text, "\3");
+    EXPECT_EQ(text.text, "");
+}
+
 TEST(AreaRecord, NumbersItsCodesUpToVersion6) {
     std::string codes;
     AreaRecord record;

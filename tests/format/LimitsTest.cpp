@@ -199,6 +199,25 @@ TEST(OutOfMemory, WhatWasGotIsGivenBackAndNothingAssigned) {
     });
 }
 
+TEST(OutOfMemory, ATextThatCannotBeHeldStaysAndItsCharactersToo) {
+    for (const std::size_t piece : {2, 4096}) {
+        RefuseEachBlock([&] {
+            PieceBuffer buffer(Hex("06 40 'x'*64"), piece, false);
+            std::istream stream(&buffer);
+            ShortString read;
+            read.text = "old";
+            try {
+                read.Read(stream);
+                EXPECT_EQ(read.text.size(), 64u);
+            } catch (const std::bad_alloc&) {
+                blocksLeft = -1;
+                EXPECT_EQ(read.text + std::to_string(buffer.Position()), "old2");
+                throw;
+            }
+        });
+    }
+}
+
 TEST(Depth, AHundredThousandLevelsNeedNoStackAndTakeAVersion) {
     const std::string level = Hex("06 00 00*109 00 06 00 01"), olderLevel = Hex("06 00 00*109 00 01");
     std::string bytes = Hex("01"), older = bytes, written;

@@ -43,6 +43,7 @@ TEST(Lists, GiveAClientsRecordsTheirCodesAndVersions) {
     ExpectFraming(RecordList<ClientRecord>(), "55 'ab' 00 99", "01 'a0@0b0@0' 00", 1);
     ExpectFraming(versioned, "55 'ab' 00 99", "01 'a0@7b0@7' 00", 1);
     ExpectFraming(typed, "00 02 00 FE FF 'a' 05 00 'b' 99", "00 02 00 FE FF 'a-2@8' 05 00 'b5@8'", 1);
+    ExpectFraming(typed, "00 01 00 07", "00 01 00 07 00 FF '7@8'", 0);
 }
 
 TEST(Lists, ValuesEndAtALowByteOfZeroOrWithTheStream) {
@@ -57,7 +58,10 @@ TEST(Lists, CountsAreSignedOnlyInTypedListsAndCountPastTheEnd) {
     ExpectFraming(typed, "01 99", "00 00 00", 1);
     ExpectFraming(typed, "00 00 80 99", "00 00 00", 1);
     ExpectFraming(typed, "00 02 00 07 00", "00 02 00 0C 00 0C 00", 0);
+    // Of a number that is cut, the byte that came counts.
+    ExpectFraming(typed, "00 02", "00 02 00 0C 00 0C 00", 0);
     CountedRecordList texts;
+    ExpectFraming(texts, "02", "02 00 06 00 06 00", 0);
     ExpectFraming(texts, "02 00 06 01 'a' 06 00 99", "02 00 06 01 'a' 06 00", 1);
     ReadFrom(texts, Hex("FF FF 06 01 'b'"));
     EXPECT_EQ(texts.size(), 65535u);
