@@ -4,7 +4,7 @@
 #include "zel/com/Dispatch.h"
 #include "zel/com/Object.h"
 #include "VariantArray.h"
-#include "ZEL_BRU.h"
+#include "ZEL_BRU_names.h"
 
 namespace zel {
 

@@ -4,7 +4,7 @@
 #include "zel/definition/DefinitionRecord.h"
 #include "zel/com/Dispatch.h"
 #include "zel/com/Object.h"
-#include "ZEL_BRU.h"
+#include "ZEL_BRU_names.h"
 #include "ZEL_Collection.h"
 
 namespace zel {

@@ -3,7 +3,7 @@
 #include "zel/com/Dispatch.h"
 #include "zel/definition/FileHeader.h"
 #include "zel/com/Object.h"
-#include "ZEL_BRU.h"
+#include "ZEL_BRU_names.h"
 
 namespace zel {
 

@@ -3,13 +3,15 @@
 #include <windows.h>
 #include <oaidl.h>
 
-#include "ComPtr.h"
-#include "TypeLibrary.h"
+#include "InterfaceInfo.h"
+#include "MemberNames.h"
 
 namespace zel {
 
-// The IDispatch half of a dual interface: names and calls go through the interface's description in the
-// module's own type library. A class derives from it instead of from the interface.
+// The IDispatch half of a dual interface: calls go through the interface's description in the module's own
+// type library. So do names but those of the members, which are known here: scripts ask for them at every
+// access, and the description compares one after the other. A class derives from it instead of from the
+// interface.
 template <class Interface>
 class Dispatch : public Interface {
 public:
@@ -22,28 +24,40 @@ public:
     STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** out) noexcept override {
         if (!out) return E_POINTER;
         *out = nullptr;
-        return index == 0 ? TypeLibrary::GetInfo(__uuidof(Interface), out) : DISP_E_BADINDEX;
+        if (index != 0) return DISP_E_BADINDEX;
+        const HRESULT result = info_.Get(out);
+        if (SUCCEEDED(result)) (*out)->AddRef();
+        return result;
     }
 
     STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID,
                                DISPID* ids) noexcept override {
         if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-        ComPtr<ITypeInfo> info;
-        const HRESULT result = TypeLibrary::GetInfo(__uuidof(Interface), info.Out());
+        if (!names || !ids) return E_INVALIDARG;
+        const MemberName* member = count == 1 ? MembersOf<Interface>::kNames.Find(names[0]) : nullptr;
+        if (member) {
+            *ids = member->id;
+            return S_OK;
+        }
+        ITypeInfo* info = nullptr;
+        const HRESULT result = info_.Get(&info);
         return SUCCEEDED(result) ? info->GetIDsOfNames(names, count, ids) : result;
     }
 
     STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID, WORD flags, DISPPARAMS* arguments,
                         VARIANT* value, EXCEPINFO* exception, UINT* badArgument) noexcept override {
         if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-        ComPtr<ITypeInfo> info;
-        const HRESULT result = TypeLibrary::GetInfo(__uuidof(Interface), info.Out());
+        ITypeInfo* info = nullptr;
+        const HRESULT result = info_.Get(&info);
         if (FAILED(result)) return result;
         // A script's `Set` asks for a put by reference; every object property here takes one put.
         if (flags & DISPATCH_PROPERTYPUTREF) flags |= DISPATCH_PROPERTYPUT;
         return info->Invoke(static_cast<Interface*>(this), member, flags, arguments, value, exception,
                             badArgument);
     }
+
+private:
+    static inline InterfaceInfo info_{__uuidof(Interface)};
 };
 
 }  // namespace zel

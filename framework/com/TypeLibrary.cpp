@@ -1,7 +1,9 @@
 #include "TypeLibrary.h"
 
 #include "ComPtr.h"
+#include "InterfaceInfo.h"
 #include "Module.h"
+#include "Publish.h"
 
 namespace zel {
 
@@ -13,10 +15,7 @@ HRESULT TypeLibrary::Get(ITypeLib** out) noexcept {
     HRESULT result = Module::GetPath(path);
     if (SUCCEEDED(result)) result = LoadTypeLib(path, loaded.Out());
     if (FAILED(result)) return result;
-
-    auto* place = reinterpret_cast<void* volatile*>(&library_);
-    void* winner = InterlockedCompareExchangePointer(place, loaded.Get(), nullptr);
-    *out = winner ? static_cast<ITypeLib*>(winner) : loaded.Detach();
+    *out = Publish(library_, std::move(loaded));
     return S_OK;
 }
 
@@ -35,6 +34,7 @@ HRESULT TypeLibrary::Register() noexcept {
 }
 
 void TypeLibrary::Unload() noexcept {
+    InterfaceInfo::ReleaseAll();
     if (ITypeLib* library = library_) library->Release();
     library_ = nullptr;
 }

@@ -6,8 +6,7 @@
 namespace zel {
 
 // The type library that the module carries as its own resource. It is loaded from the module's file, so late
-// binding needs no registration; at the first use, once, without a lock: who loses the race lets go of its
-// copy.
+// binding needs no registration; at the first use, once.
 class TypeLibrary {
 public:
     static HRESULT GetInfo(REFIID iid, ITypeInfo** out) noexcept;
