@@ -7,7 +7,7 @@ help:
 	@echo "make test             build everything and pass all tests"
 	@echo "make device           build the module for the handheld"
 	@echo "make check-format     build and test the format library and its tools alone (no Wine)"
-	@echo "make bench            measure reading and writing as ratios to a floor"
+	@echo "make bench            measure reading, writing and scripts, as ratios to a floor"
 	@echo "make fuzz [SECONDS=n] run each fuzz target for a while (60 s)"
 	@echo "make clean            remove the build folder"
 

@@ -14,25 +14,11 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "zel/com/ComPtr.h"
+#include "BuiltModule.h"
 #include "DefinitionFile.h"
-#include "ZEL_BRU.h"
 
 namespace zel {
 namespace {
-
-ComPtr<IBRU_Store> NewStore() {
-    static const HMODULE module = LoadLibraryW(ZEL_MODULE);
-    using GetClass = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-    const auto getClass =
-        reinterpret_cast<GetClass>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-    ComPtr<IClassFactory> factory;
-    ComPtr<IBRU_Store> store;
-    if (getClass(CLSID_BRU_Store, IID_IClassFactory, factory.OutVoid()) != S_OK ||
-        factory->CreateInstance(nullptr, IID_IBRU_Store, store.OutVoid()) != S_OK)
-        std::abort();
-    return store;
-}
 
 // Seconds of one LoadFromFile or SaveToFile.
 using Transfer = HRESULT (STDMETHODCALLTYPE IBRU_Store::*)(BSTR, LONG*);
@@ -57,7 +43,7 @@ struct Times {
 
 // Keeps the quickest of what has been measured.
 void Measure(const char* name, Times& best) {
-    const ComPtr<IBRU_Store> store = NewStore();
+    const ComPtr<IBRU_Store> store = Create<IBRU_Store>(CLSID_BRU_Store);
     best.intoEmpty = std::min(best.intoEmpty, Seconds(*store, &IBRU_Store::LoadFromFile, name));
     best.intoFull = std::min(best.intoFull, Seconds(*store, &IBRU_Store::LoadFromFile, name));
     best.save = std::min(best.save, Seconds(*store, &IBRU_Store::SaveToFile, "saved.tmp"));
@@ -89,7 +75,7 @@ double PeakBytes() {
 }
 
 void PrintPeak(const char* name) {
-    const ComPtr<IBRU_Store> store = NewStore();
+    const ComPtr<IBRU_Store> store = Create<IBRU_Store>(CLSID_BRU_Store);
     const double before = PeakBytes();
     Seconds(*store, &IBRU_Store::LoadFromFile, name);
     std::printf("memory that a load takes at its peak: %.1f x the file\n",
