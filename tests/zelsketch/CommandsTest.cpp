@@ -32,6 +32,36 @@ TEST_F(ToolTest, ShowExplains) {
     EXPECT_NE(std::string::npos, Zelsketch({"show", "f"}, true).out.find("\033[1mHeader"));
 }
 
+TEST_F(ToolTest, ListIsOneTableOfAllFiles) {
+    Build(
+        "a",
+        R"({ "Header": { "FileVersion": 2 }, "Definitions": [ { "AreaCode": "GLA1", "AreaName": "K\u00fcche",
+                    "Multiplier": 0.5, "Hidden": 1, "Members": [ { "AreaCode": "P\u001bQ" } ] } ] })");
+    Build("b", R"({ "Definitions": [ { "AreaCode": "A\u0000B", "AreaName": "1,\"2\"", "AreaNameCount": 25,
+                    "AreaDescription": "a\tb\\", "WallWidth": null, "WallWidthBits": "0x7ff0000000000000",
+                    "SubtractAreaCode": "GAR" } ], "CutShort": 1 })");
+    const Outcome page = Zelsketch({"list", "a", "b"});
+    EXPECT_EQ(
+        "File  AreaCode      AreaName             AreaDescription      Multiplier  Place\n"
+        "a     GLA1          K\u00fcche                                     0.5         Definitions[0]\n"
+        "a       P\\x1bQ                                                0           "
+        "Definitions[0].Members[0]\n"
+        "b     A             1,\"2\"                a\\x09b\\              0           Definitions[0]\n",
+        page.out);
+    EXPECT_EQ("zelsketch: b: cut short, it lacks at least 1 byte\n", page.error);
+    EXPECT_EQ(1, page.status);
+    const std::string fields =
+        "AreaCode,Multiplier,CalcType,AreaName,AreaDescription,WallWidth,WallHeight,SegmentStyle,FillPattern,"
+        "LineColor,FillColor,PostDescription,PostArea,DimensionType,Hidden,SubtractAreaCode\n";
+    EXPECT_EQ("File,Place," + fields +
+                  "a,Definitions[0],GLA1,0.5,0,K\u00fcche,,0,0,,0,0,0,0,0,0,1,\n"
+                  "a,Definitions[0].Members[0],P\x1bQ,0,0,,,0,0,,0,0,0,0,0,0,0,\n"
+                  "b,Definitions[0],A,0,0,\"1,\"\"2\"\"\",a\tb\\,inf,0,,0,0,0,0,0,0,0,GAR\n",
+              Zelsketch({"list", "--csv", "a", "b"}).out);
+    const std::string tabs = Zelsketch({"list", "--tsv", "b"}).out;
+    EXPECT_NE(std::string::npos, tabs.find("\nb\tDefinitions[0]\tA\t0\t0\t1,\"2\"\ta\\tb\\\\\tinf\t"));
+}
+
 TEST(Text, DaysOfTheCalendar) {
     const std::string none = "(no date of the years 1 to 9999)";
     const std::pair<std::int64_t, std::string> cases[] = {

@@ -9,6 +9,7 @@
 #include "BuildCommand.h"
 #include "CheckCommand.h"
 #include "ConvertCommand.h"
+#include "ListCommand.h"
 #include "zel/text/Failure.h"
 #include "Manual.h"
 #include "ShowCommand.h"
@@ -31,6 +32,7 @@ struct Commands {
             LoadedVersions() + ", whole or damaged. Text is taken as Windows-1252.",
         "zelsketch"};
     ShowCommand show;
+    ListCommand list;
     BuildCommand build;
     CheckCommand check;
     ConvertCommand convert;
@@ -38,6 +40,10 @@ struct Commands {
         app.add_subcommand("show",
                            "Prints what is in a file: a page to read, unless an option says otherwise. "
                            "Damaged files are shown as far as they go.");
+    CLI::App* listApp =
+        app.add_subcommand("list",
+                           "Lists the definitions of all files in one table, one a line, members indented. "
+                           "Damaged files are listed as far as they go, and end with 1.");
     CLI::App* buildApp =
         app.add_subcommand("build",
                            "Makes a file of the JSON that 'show --json' prints; replaces OUT once "
@@ -69,6 +75,10 @@ struct Commands {
             ->type_name("OFFSET")
             ->needs(drawing);
         showApp->add_option("FILE", show.file, "The file")->required();
+        auto* csv = listApp->add_flag("--csv", list.csv,
+                                      "For spreadsheets: all fields, with commas between them, as UTF-8");
+        listApp->add_flag("--tsv", list.tsv, "The same with tabs")->excludes(csv);
+        listApp->add_option("FILE", list.files, "Definition files")->required();
         buildApp->add_flag("--force", build.force, "Replaces OUT even where it is read-only");
         buildApp->add_option("JSON", build.json, "The JSON text")->required();
         buildApp->add_option("OUT", build.out, "The definition file to write")->required();
@@ -86,6 +96,7 @@ struct Commands {
 
     ExitStatus Run(const Console& console) const {
         if (showApp->parsed()) return show.Run(console);
+        if (listApp->parsed()) return list.Run(console);
         if (buildApp->parsed()) return build.Run(console);
         if (checkApp->parsed()) return check.Run(console);
         if (convertApp->parsed()) return convert.Run(console);

@@ -16,6 +16,8 @@ struct Entry {
 constexpr Entry kExamples[] = {
     {"zelsketch show old.zel", "what is in a file, as a page to read"},
     {"zelsketch show --hex old.zel | less", "every byte with its offset and field"},
+    {"zelsketch list --csv archive/*.zel >all.csv", "all definitions of many files, for a spreadsheet"},
+    {"zelsketch show --drawing 24 sketch.bin", "the areas, styles and entities of a drawing"},
     {"zelsketch show --json old.zel >old.json", "everything, to edit, compare or keep under version control"},
     {"zelsketch build old.json new.zel", "the way back: without an edit, the same bytes"},
     {"zelsketch check archive/*.zel", "which files are damaged, and where"},
@@ -32,11 +34,9 @@ constexpr Entry kJson[] = {
     {"$schema", "definition-file.schema.json, the schema that all of it follows"},
     {"text",
      "a string; characters are those of Windows-1252, whose five open bytes stand for the control characters "
-     "of "
-     "their number. What it does not tell stands behind it: under AreaNameCount a count that is not the "
-     "text's "
-     "length, under AreaNameBehind the bytes behind the text up to the field's end in hexadecimal, under "
-     "AreaCodeTag a tag that is not 6"},
+     "of their number. What it does not tell stands behind it: under AreaNameCount a count that is not the "
+     "text's length, under AreaNameBehind the bytes behind the text up to the field's end in hexadecimal, "
+     "under AreaCodeTag a tag that is not 6"},
     {"number with a fraction",
      "a number; null for NaN and infinity, and \"0x\" and 16 digits under WallWidthBits"},
     {"date", "a day number; day 0 is 1 January 1600"},

@@ -57,19 +57,21 @@ std::string Decimal(std::uint64_t bits) {
     return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
+std::string Printable(std::string_view text, std::string_view escaped) {
+    std::string printable;
     for (const char c : text) {
         const char32_t character = FromWindows1252(static_cast<unsigned char>(c));
         if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
-            quoted += "\\x" + HexDigits({&c, 1});
+            printable += "\\x" + HexDigits({&c, 1});
             continue;
         }
-        if (c == '"' || c == '\\') quoted += '\\';
-        AppendUtf8(quoted, character);
+        if (escaped.find(c) != escaped.npos) printable += '\\';
+        AppendUtf8(printable, character);
     }
-    return quoted + '"';
+    return printable;
 }
+
+std::string Quoted(std::string_view text) { return '"' + Printable(text, "\"\\") + '"'; }
 
 std::string Shown(std::string_view text) {
     std::string shown;

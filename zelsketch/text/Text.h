@@ -19,7 +19,10 @@ std::string HexNumber(std::uint64_t value, std::size_t width);
 bool IsFinite(std::uint64_t bits);
 std::string Decimal(std::uint64_t bits);
 
-// 8-bit text in quotes as UTF-8, control characters as \xNN, so that nothing in a file commands a terminal.
+// 8-bit text as UTF-8, control characters as \xNN, so that nothing in a file commands a terminal, and a
+// backslash in front of those that are to be `escaped`.
+std::string Printable(std::string_view text, std::string_view escaped = {});
+// The same in quotes.
 std::string Quoted(std::string_view text);
 
 // UTF-8 as a terminal may have it: control characters, and bytes that are no UTF-8, as \xNN.

@@ -25,6 +25,12 @@ std::optional<unsigned char> ToWindows1252(char32_t character) {
     return static_cast<unsigned char>(character);
 }
 
+std::string Utf8OfWindows1252(std::string_view bytes) {
+    std::string text;
+    for (const char c : bytes) AppendUtf8(text, FromWindows1252(static_cast<unsigned char>(c)));
+    return text;
+}
+
 void AppendUtf8(std::string& text, char32_t character) {
     const auto append = [&text](char32_t byte) { text += static_cast<char>(byte); };
     if (character < 0x80) return append(character);

@@ -15,6 +15,8 @@ char32_t FromWindows1252(unsigned char byte);
 // Nothing where the code page lacks the character.
 std::optional<unsigned char> ToWindows1252(char32_t character);
 
+std::string Utf8OfWindows1252(std::string_view bytes);
+
 void AppendUtf8(std::string& text, char32_t character);
 // How many bytes the first character has; 0 where they are no UTF-8.
 std::size_t Utf8Size(std::string_view text);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Console.h"
+#include "zel/text/Failure.h"
+
+namespace zel {
+
+// zelsketch list: the definitions of all files in one table. Gives the worst status of all files.
+struct ListCommand {
+    std::vector<std::string> files;
+    bool csv = false;
+    bool tsv = false;
+
+    ExitStatus Run(const Console& console) const;
+};
+
+}  // namespace zel
