@@ -1,11 +1,13 @@
 // The drawing of a sketch, shown by the walk that reads it.
 
 #include <algorithm>
+#include <limits>
 #include <random>
 
 #include "zel/drawing/DrawingRecord.h"
 #include "zel/drawing/Kind13Geometry.h"
 #include "zel/drawing/Kind23Geometry.h"
+#include "zel/drawing/Kind2Geometry.h"
 #include "zel/drawing/Kind7Geometry.h"
 #include "zel/survey/Surveyor.h"
 #include "Tool.h"
@@ -108,6 +110,46 @@ TEST_F(ToolTest, ShowsADrawingInsideAFile) {
     EXPECT_EQ(0u, hex.find("00000002  01 "));
     EXPECT_EQ("f has no byte 99999: it ends after",
               Zelsketch({"show", "--drawing", "5", "--at", "99999", "f"}).error.substr(11, 34));
+}
+
+// An entity with a style and the points that its kind has, each at its place.
+EntityRecord& AddAt(TypedRecordList<EntityRecord>& list, std::int16_t kind, const char* style, double at) {
+    EntityRecord& entity = list.Append(kind);
+    entity.AnchorA = entity.AnchorB = {at, 2 * at};
+    entity.PrimaryStyle.Put(style);
+    entity.Geometry = EntityGeometry::Make(kind);
+    return entity;
+}
+
+std::size_t Count(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size()) ++count;
+    return count;
+}
+
+TEST_F(ToolTest, PicturesAreToScale) {
+    DrawingRecord drawing;
+    drawing.SetVersion(24);
+    EntityRecord& group = AddAt(drawing.Entities, 13, "<Wall>", 0);
+    EntityRecord& inner = AddAt(dynamic_cast<Kind13Geometry&>(*group.Geometry).Entities, 2, "BYLAYER", 10);
+    dynamic_cast<Kind2Geometry&>(*inner.Geometry).First = {3, 150};
+    dynamic_cast<Kind2Geometry&>(*inner.Geometry).Second = {1e300, std::numeric_limits<double>::quiet_NaN()};
+    AddAt(drawing.Entities, 4, "<Wall>", 5);
+    Put("f", Written(drawing));
+    const std::string svg = Zelsketch({"show", "--drawing", "24", "--svg", "f"}).out;
+    // 150 high, so that a mark is 1 wide.
+    EXPECT_NE(std::string::npos, svg.find("viewBox=\"-8 -8 66 176\"")) << svg;
+    for (const std::string expected :
+         {"<title>Entities[0], kind 13, style &lt;Wall></title>\n<rect x=\"-2\" y=\"-2\" width=\"14\" "
+          "height=\"154\" fill=\"none\"",
+          "<title>Entities[0].Entities[0], kind 2, style BYLAYER</title>\n<rect x=\"9.5\" y=\"19.5\" "
+          "width=\"1\"",
+          "<circle cx=\"3\" cy=\"150\" r=\"0.5\"/>", "<text x=\"11\" y=\"19\">2</text>",
+          "1 point too far away to be drawn"})
+        EXPECT_EQ(1u, Count(svg, expected)) << expected << " in\n" << svg;
+    EXPECT_EQ(2u, Count(svg, "<g fill=\"#b31a1a\"")) << "one colour a style";
+    EXPECT_EQ(1u, Count(svg, "fill=\"#b31a1a\">&lt;Wall></text>")) << "and its name";
+    EXPECT_EQ(3u, Count(svg, "</g>"));
 }
 
 }  // namespace

@@ -64,8 +64,10 @@ struct Commands {
         app.set_version_flag("--version", "zelsketch " ZEL_VERSION, "Print the version and exit");
         app.require_subcommand(1);
         auto* json = showApp->add_flag("--json", show.json, "As JSON that tells every byte of the file");
-        showApp->add_flag("--hex", show.hex, "Every byte with its offset, its field and the field's value")
-            ->excludes(json);
+        auto* hex =
+            showApp
+                ->add_flag("--hex", show.hex, "Every byte with its offset, its field and the field's value")
+                ->excludes(json);
         auto* drawing = showApp
                             ->add_option("--drawing", show.drawing,
                                          "FILE holds the drawing of a sketch of this version, 0 to 26")
@@ -74,6 +76,13 @@ struct Commands {
         showApp->add_option("--at", show.at, "Where in FILE the drawing begins, in bytes; 0 if not given")
             ->type_name("OFFSET")
             ->needs(drawing);
+        showApp
+            ->add_flag("--svg", show.svg,
+                       "As a picture of its anchors, points and groups to scale, with kinds as labels and a "
+                       "colour for each style; Y grows downwards")
+            ->needs(drawing)
+            ->excludes(json)
+            ->excludes(hex);
         showApp->add_option("FILE", show.file, "The file")->required();
         auto* csv = listApp->add_flag("--csv", list.csv,
                                       "For spreadsheets: all fields, with commas between them, as UTF-8");

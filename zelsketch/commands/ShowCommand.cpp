@@ -4,6 +4,7 @@
 #include "zel/print/HexPrinter.h"
 #include "zel/json/JsonWriter.h"
 #include "zel/print/PagePrinter.h"
+#include "zel/print/SvgPrinter.h"
 #include "zel/text/Palette.h"
 #include "zel/survey/Surveyor.h"
 #include "zel/text/Text.h"
@@ -17,6 +18,10 @@ ExitStatus ShowCommand::Run(const Console& console) const {
         JsonWriter writer(console.out, drawing ? nullptr : JsonWriter::kFileSchema);
         Survey(bytes, writer);
         writer.Finish();
+    } else if (svg) {
+        SvgPrinter printer(console.out);
+        Survey(bytes, printer);
+        printer.Finish();
     } else if (hex) {
         HexPrinter printer(console.out, palette);
         Survey(bytes, printer);

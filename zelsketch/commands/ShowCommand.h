@@ -15,6 +15,7 @@ struct ShowCommand {
     std::string file;
     bool json = false;
     bool hex = false;
+    bool svg = false;
     std::optional<std::int32_t> drawing;  // the version of the sketch whose drawing the file holds
     std::size_t at = 0;                   // where it begins
 
