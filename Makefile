@@ -17,8 +17,8 @@ run:
 	@scripts/run $(if $(FILE),"$(FILE)")
 
 test:
-	@scripts/setup native windows
-	@scripts/test native native-asan windows-x64 windows-x86
+	@scripts/setup native windows device
+	@scripts/test native native-asan windows-x64 windows-x86 emulator
 
 device:
 	@scripts/setup device

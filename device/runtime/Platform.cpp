@@ -10,6 +10,7 @@ extern "C" {
 LONG ZelExchangeAdd(LONG volatile* place, LONG value) __asm__("InterlockedExchangeAdd");
 LONG ZelCompareExchange(LONG volatile* place, LONG value,
                         LONG expected) __asm__("InterlockedCompareExchange");
+LONG ZelExchange(LONG volatile* place, LONG value) __asm__("InterlockedExchange");
 DWORD TlsCall(DWORD function, DWORD slot);
 FARPROC WINAPI GetProcAddressW(HMODULE module, LPCWSTR name);
 
@@ -22,6 +23,8 @@ LONG ZelExchangeIf(LONG volatile* place, LONG expected, LONG value) __asm__("__s
 LONG ZelExchangeIf(LONG volatile* place, LONG expected, LONG value) {
     return ZelCompareExchange(place, value, expected);
 }
+LONG ZelTestAndSet(LONG volatile* place, LONG value) __asm__("__sync_lock_test_and_set_4");
+LONG ZelTestAndSet(LONG volatile* place, LONG value) { return ZelExchange(place, value); }
 // The cores have one processor.
 void ZelSynchronize() __asm__("__sync_synchronize");
 void ZelSynchronize() {}

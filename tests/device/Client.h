@@ -1,0 +1,26 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "Handheld.h"
+
+namespace zel {
+
+// What the library in the module calls a class or an interface.
+inline const std::string& GuidOf(const Handheld& handheld, const std::string& name) {
+    for (const InterfaceInfo& type : handheld.library->types) {
+        if (type.name == name) return type.guid;
+    }
+    throw Fault("the library has no " + name);
+}
+
+// A new object of a class, by the interface of its name.
+inline Word NewObject(Handheld& handheld, const std::string& name) {
+    Word object = 0;
+    EXPECT_EQ(handheld.Create(GuidOf(handheld, name), GuidOf(handheld, "I" + name), object), kOk);
+    return object;
+}
+
+}  // namespace zel
