@@ -65,6 +65,21 @@ expect 2 'cannot read huge: larger than 1024 MiB' zelsketch check huge
 expect 2 'zelsketch: cannot read missing: No such file' zelsketch show missing
 expect 2 'cannot write none/g: No such file' zelsketch convert --to-version 3 f none/g
 rm -f g huge
+# Changes in place; what stood there is kept beside.
+cp f old
+expect 0 'Header.CreatedBy: "" to "Jo"' zelsketch set f Header.CreatedBy=Jo
+cmp old f.bak || failed=1
+expect 0 'Jo' zelsketch get f Header.CreatedBy
+expect 0 'removed: Definitions[20]' zelsketch remove --no-backup f 'Definitions[20]'
+cmp old f.bak || failed=1
+chmod a-w f
+expect 2 'will not replace f: it is read-only; --force replaces it' zelsketch add f Definitions
+expect 0 'added: Definitions[0] GLA1' zelsketch add --force f 'Definitions[0]' AreaCode=GLA1
+chmod u+w f
+expect 0 'moved: Definitions[0] GLA1 to Definitions[20]' zelsketch move --no-backup f 'Definitions[GLA1]' Definitions
+expect 0 'GLA1' eval "zelsketch set - Header.CreatedBy=Jo <f | zelsketch get - 'Definitions[20].AreaCode'"
+mv -f old f
+rm f.bak
 [ "$(ls)" = "$(printf 'f\nf.json')" ] || { ls >&2; failed=1; }
 [ -z "$emulator" ] || exit "$failed"
 
@@ -87,6 +102,19 @@ interrupted() (
     export ZEL_SIGNAL="$number" ZEL_CALL="$call" ZEL_WHEN="$when" ASAN_OPTIONS=verify_asan_link_order=0
     LD_PRELOAD=$build/tests/zelsketch/libzelsketch_interrupt.so "$build/zelsketch" "$@"
 )
+# A change in place meets its end before or behind both names' change, never between them.
+cp f old
+for moment in 'fsync before' 'fsync after' 'rename before' 'rename after'; do
+    cp old f
+    echo backup >f.bak
+    expect 130 '' eval "interrupted 2 $moment set f Header.CreatedBy=Jo"
+    case $moment in
+        fsync*) cmp f old && [ "$(cat f.bak)" = backup ] || failed=1 ;;
+        *) cmp f.bak old && [ "$("$build/zelsketch" get f Header.CreatedBy)" = Jo ] || failed=1 ;;
+    esac
+done
+mv old f
+rm f.bak
 cp f old
 zelsketch convert --to-version 3 f new >/dev/null
 sed 's/ } ] }/ }, { "AreaCode": "new" } ] }/' f.json >new.json

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "Input.h"
 #include "Progress.h"
-#include "zel/files/Files.h"
 #include "zel/survey/Checker.h"
 #include "zel/text/Text.h"
 
@@ -11,7 +11,7 @@ namespace zel {
 namespace {
 
 ExitStatus CheckFile(const std::string& path, const Console& console, Progress& progress) {
-    const Findings findings = Checker::Check(ReadFile(path));
+    const Findings findings = Checker::Check(ReadInput(console, path));
     progress.Wipe();
     for (const Finding& finding : findings)
         Console::Print(console.out, Shown(path) + ": " + HexNumber(finding.offset, 4) + ": " +

@@ -1,8 +1,10 @@
 #include "CommandLine.h"
 
 #include <algorithm>
+#include <functional>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -10,6 +12,8 @@
 #include "CheckCommand.h"
 #include "ConvertCommand.h"
 #include "ListCommand.h"
+#include "EditCommand.h"
+#include "GetCommand.h"
 #include "zel/text/Failure.h"
 #include "Manual.h"
 #include "ShowCommand.h"
@@ -19,99 +23,189 @@ namespace zel {
 namespace {
 
 // The command line as people type it: fills a command's fields and says which command was asked for.
-struct Commands {
-    struct Program : CLI::App {
-        // Its commands take it over when they are made.
-        Program(std::string description, std::string name) : App(std::move(description), std::move(name)) {
-            formatter_fn([](const App* app, const std::string&, CLI::AppFormatMode) { return HelpOf(*app); });
-        }
-    };
-    Program app{
-        "shows, checks, edits and converts area definition files\n"
-        "Reads the area definition files of a floor plan sketch, versions " +
-            LoadedVersions() + ", whole or damaged. Text is taken as Windows-1252.",
-        "zelsketch"};
-    ShowCommand show;
-    ListCommand list;
-    BuildCommand build;
-    CheckCommand check;
-    ConvertCommand convert;
-    CLI::App* showApp =
-        app.add_subcommand("show",
-                           "Prints what is in a file: a page to read, unless an option says otherwise. "
-                           "Damaged files are shown as far as they go.");
-    CLI::App* listApp =
-        app.add_subcommand("list",
-                           "Lists the definitions of all files in one table, one a line, members indented. "
-                           "Damaged files are listed as far as they go, and end with 1.");
-    CLI::App* buildApp =
-        app.add_subcommand("build",
-                           "Makes a file of the JSON that 'show --json' prints; replaces OUT once "
-                           "all is written and read back. Fields that the JSON leaves out are as in a "
-                           "new file.");
-    CLI::App* checkApp = app.add_subcommand(
-        "check",
-        "Says what is wrong with each file: offset, field and fault, a line each. What readers cope "
-        "with, as old characters behind a text, is a note.");
-    CLI::App* convertApp =
-        app.add_subcommand("convert",
-                           "Writes a file's content as another version and lists the values "
-                           "that this version cannot hold. Refuses what 'check' calls damaged. Never "
-                           "overwrites OUT.");
-    CLI::App* manualApp = app.add_subcommand("manual", "Prints the manual page.")->group("");
-
-    Commands() {
-        app.set_version_flag("--version", "zelsketch " ZEL_VERSION, "Print the version and exit");
-        app.require_subcommand(1);
-        auto* json = showApp->add_flag("--json", show.json, "As JSON that tells every byte of the file");
-        auto* hex =
-            showApp
-                ->add_flag("--hex", show.hex, "Every byte with its offset, its field and the field's value")
-                ->excludes(json);
-        auto* drawing = showApp
-                            ->add_option("--drawing", show.drawing,
-                                         "FILE holds the drawing of a sketch of this version, 0 to 26")
-                            ->type_name("VERSION")
-                            ->check(CLI::Range(0, 26));
-        showApp->add_option("--at", show.at, "Where in FILE the drawing begins, in bytes; 0 if not given")
-            ->type_name("OFFSET")
-            ->needs(drawing);
-        showApp
-            ->add_flag("--svg", show.svg,
-                       "As a picture of its anchors, points and groups to scale, with kinds as labels and a "
-                       "colour for each style; Y grows downwards")
-            ->needs(drawing)
-            ->excludes(json)
-            ->excludes(hex);
-        showApp->add_option("FILE", show.file, "The file")->required();
-        auto* csv = listApp->add_flag("--csv", list.csv,
-                                      "For spreadsheets: all fields, with commas between them, as UTF-8");
-        listApp->add_flag("--tsv", list.tsv, "The same with tabs")->excludes(csv);
-        listApp->add_option("FILE", list.files, "Definition files")->required();
-        buildApp->add_flag("--force", build.force, "Replaces OUT even where it is read-only");
-        buildApp->add_option("JSON", build.json, "The JSON text")->required();
-        buildApp->add_option("OUT", build.out, "The definition file to write")->required();
-        checkApp->add_option("FILE", check.files, "Definition files")->required();
-        convertApp->add_option("--to-version", convert.version, "The version of OUT, " + SavedVersions())
-            ->required()
-            ->type_name("N")
-            ->check(CLI::Range(SketchFile::kOldestSavedVersion, SketchFile::kNewestVersion));
-        convertApp->add_flag(
-            "--salvage", convert.salvage,
-            "Takes what can be read of a damaged file, says what is left behind and ends with 1");
-        convertApp->add_option("FILE", convert.file, "The definition file")->required();
-        convertApp->add_option("OUT", convert.out, "The definition file to write")->required();
+class Commands : public CLI::App {
+public:
+    Commands()
+        : App("shows, checks, edits and converts area definition files\n"
+              "Reads the area definition files of a floor plan sketch, versions " +
+                  LoadedVersions() + ", whole or damaged. Text is taken as Windows-1252.",
+              "zelsketch") {
+        // Commands take these over when they are added.
+        formatter_fn(
+            [](const App* command, const std::string&, CLI::AppFormatMode) { return HelpOf(*command); });
+        allow_windows_style_options(false);
+        set_version_flag("--version", "zelsketch " ZEL_VERSION, "Print the version and exit");
+        require_subcommand(1);
+        AddShow();
+        AddList();
+        AddGet();
+        AddSet();
+        AddAdd();
+        AddRemove();
+        AddMove();
+        AddBuild();
+        AddCheck();
+        AddConvert();
+        Add("manual", "Prints the manual page.", [this](const Console& console) {
+            PrintManual(*this, console.out);
+            return kSound;
+        })->group("");
     }
 
     ExitStatus Run(const Console& console) const {
-        if (showApp->parsed()) return show.Run(console);
-        if (listApp->parsed()) return list.Run(console);
-        if (buildApp->parsed()) return build.Run(console);
-        if (checkApp->parsed()) return check.Run(console);
-        if (convertApp->parsed()) return convert.Run(console);
-        PrintManual(app, console.out);
-        return kSound;
+        for (const auto& [command, run] : runs_)
+            if (command->parsed()) return run(console);
+        return kUnusable;
     }
+
+private:
+    using RunFunction = std::function<ExitStatus(const Console&)>;
+
+    App* Add(const std::string& name, const std::string& description, RunFunction run) {
+        runs_.emplace_back(add_subcommand(name, description), std::move(run));
+        return runs_.back().first;
+    }
+
+    void AddShow() {
+        App* app = Add("show",
+                       "Prints what is in a file: a page to read, unless an option says otherwise. "
+                       "Damaged files are shown as far as they go.",
+                       [this](const Console& console) { return show_.Run(console); });
+        auto* json = app->add_flag("--json", show_.json, "As JSON that tells every byte of the file");
+        auto* hex =
+            app->add_flag("--hex", show_.hex, "Every byte with its offset, its field and the field's value")
+                ->excludes(json);
+        auto* drawing = app->add_option("--drawing", show_.drawing,
+                                        "FILE holds the drawing of a sketch of this version, 0 to 26")
+                            ->type_name("VERSION")
+                            ->check(CLI::Range(0, 26));
+        app->add_option("--at", show_.at, "Where in FILE the drawing begins, in bytes; 0 if not given")
+            ->type_name("OFFSET")
+            ->needs(drawing);
+        app->add_flag("--svg", show_.svg,
+                      "As a picture of its anchors, points and groups to scale, with kinds as labels and a "
+                      "colour for each style; Y grows downwards")
+            ->needs(drawing)
+            ->excludes(json)
+            ->excludes(hex);
+        app->add_option("FILE", show_.file, "The file")->required();
+    }
+
+    void AddList() {
+        App* app = Add("list",
+                       "Lists the definitions of all files in one table, one a line, members indented. "
+                       "Damaged files are listed as far as they go, and end with 1.",
+                       [this](const Console& console) { return list_.Run(console); });
+        auto* csv = app->add_flag("--csv", list_.csv,
+                                  "For spreadsheets: all fields, with commas between them, as UTF-8");
+        app->add_flag("--tsv", list_.tsv, "The same with tabs")->excludes(csv);
+        app->add_option("FILE", list_.files, "Definition files")->required();
+    }
+
+    void AddGet() {
+        App* app = Add("get",
+                       "Prints the values at some paths, as 'check' prints them: 'Header.CreatedBy', "
+                       "'Definitions[2].Members[0].AreaName', by code 'Definitions[GAR].Multiplier', of all "
+                       "'Definitions[*].AreaCode'. A definition's path gives all its fields.",
+                       [this](const Console& console) { return get_.Run(console); });
+        app->add_flag("--all", get_.all, kAll);
+        app->add_option("FILE", get_.file, kFile)->required();
+        app->add_option("PATH", get_.paths, "Which values")->required();
+    }
+
+    void AddSet() {
+        App* app =
+            AddEdit("set",
+                    "Changes single values; everything else in the file stays as it is. What does not fit "
+                    "is refused, with what would.",
+                    &EditCommand::Set);
+        app->add_flag("--all", edit_.all, kAll);
+        app->add_option(
+               "PATH=VALUE", edit_.arguments,
+               "Which values, and what they become. A date may be given as 2004-02-29, a time as 23:59:59")
+            ->required();
+    }
+
+    void AddAdd() {
+        App* app = AddEdit("add", "Adds a definition.", &EditCommand::Add);
+        app->add_option("PATH", edit_.place,
+                        "The list whose end it goes to, as Definitions or Definitions[GAR].Members; or the "
+                        "definition in front of which it goes")
+            ->required();
+        app->add_option("FIELD=VALUE", edit_.arguments, "What is in it; other fields are empty or zero");
+    }
+
+    void AddRemove() {
+        App* app = AddEdit("remove", "Removes definitions, with their members.", &EditCommand::Remove);
+        app->add_flag("--all", edit_.all, kAll);
+        app->add_option("PATH", edit_.arguments, "Which definitions")->required();
+    }
+
+    void AddMove() {
+        App* app = AddEdit("move", "Moves a definition, with its members.", &EditCommand::Move);
+        app->add_option("PATH", edit_.place, "Which definition")->required();
+        app->add_option("TO", edit_.arguments, "The place that it gets, or the list whose end it goes to")
+            ->required()
+            ->expected(1);
+    }
+
+    App* AddEdit(const std::string& name, const std::string& description,
+                 ExitStatus (EditCommand::*run)(const Console&) const) {
+        App* app = Add(name, description + " Changes FILE in place and keeps the old one as FILE.bak.",
+                       [this, run](const Console& console) { return (edit_.*run)(console); });
+        app->add_option("-o,--output", edit_.out, "Writes OUT instead of changing FILE")->type_name("OUT");
+        app->add_flag("--no-backup", edit_.dropsBackup, "Keeps no FILE.bak");
+        app->add_flag("--force", edit_.force, "Changes FILE even where it is read-only, replaces OUT");
+        app->add_option("FILE", edit_.file, kFile)->required();
+        return app;
+    }
+
+    void AddBuild() {
+        App* app = Add("build",
+                       "Makes a file of the JSON that 'show --json' prints; replaces OUT once "
+                       "all is written and read back. Fields that the JSON leaves out are as in a new file.",
+                       [this](const Console& console) { return build_.Run(console); });
+        app->add_flag("--force", build_.force, "Replaces OUT even where it is read-only");
+        app->add_option("JSON", build_.json, "The JSON text")->required();
+        app->add_option("OUT", build_.out, "The definition file to write")->required();
+    }
+
+    void AddCheck() {
+        App* app =
+            Add("check",
+                "Says what is wrong with each file: offset, field and fault, a line each. What readers cope "
+                "with, as old characters behind a text, is a note.",
+                [this](const Console& console) { return check_.Run(console); });
+        app->add_option("FILE", check_.files, "Definition files")->required();
+    }
+
+    void AddConvert() {
+        App* app =
+            Add("convert",
+                "Writes a file's content as another version and lists the values "
+                "that this version cannot hold. Refuses what 'check' calls damaged. Never overwrites OUT.",
+                [this](const Console& console) { return convert_.Run(console); });
+        app->add_option("--to-version", convert_.version, "The version of OUT, " + SavedVersions())
+            ->required()
+            ->type_name("N")
+            ->check(CLI::Range(SketchFile::kOldestSavedVersion, SketchFile::kNewestVersion));
+        app->add_flag("--salvage", convert_.salvage,
+                      "Takes what can be read of a damaged file, says what is left behind and ends with 1");
+        app->add_option("FILE", convert_.file, kFile)->required();
+        app->add_option("OUT", convert_.out, "The definition file to write")->required();
+    }
+
+    static constexpr char kFile[] = "The definition file, - for the standard input";
+    static constexpr char kAll[] = "All definitions that a code stands for, where it stands more than once";
+
+    std::vector<std::pair<App*, RunFunction>> runs_;
+    ShowCommand show_;
+    ListCommand list_;
+    GetCommand get_;
+    EditCommand edit_;
+    BuildCommand build_;
+    CheckCommand check_;
+    ConvertCommand convert_;
 };
 
 // What is wrong with a command line, with the word that makes it so.
@@ -135,12 +229,12 @@ int RunCommandLine(std::vector<std::string> arguments, const Console& console) {
         Commands commands;
         ExitStatus status = kSound;
         try {
-            commands.app.parse(std::move(arguments));
+            commands.parse(std::move(arguments));
             status = commands.Run(console);
         } catch (const CLI::Success& success) {
-            commands.app.exit(success, console.out, console.error);
+            commands.exit(success, console.out, console.error);
         } catch (const CLI::ParseError& error) {
-            return Complain(console, Fault(commands.app, error) + "; see zelsketch --help", kUnusable);
+            return Complain(console, Fault(commands, error) + "; see zelsketch --help", kUnusable);
         }
         console.ExpectPrinted();
         return status;

@@ -18,6 +18,8 @@ constexpr Entry kExamples[] = {
     {"zelsketch show --hex old.zel | less", "every byte with its offset and field"},
     {"zelsketch list --csv archive/*.zel >all.csv", "all definitions of many files, for a spreadsheet"},
     {"zelsketch show --drawing 24 sketch.bin", "the areas, styles and entities of a drawing"},
+    {"zelsketch get old.zel 'Definitions[*].AreaCode'", "one kind of value"},
+    {"zelsketch set old.zel 'Definitions[GAR].Multiplier=0.5'", "one value changed, old.zel.bak kept"},
     {"zelsketch show --json old.zel >old.json", "everything, to edit, compare or keep under version control"},
     {"zelsketch build old.json new.zel", "the way back: without an edit, the same bytes"},
     {"zelsketch check archive/*.zel", "which files are damaged, and where"},

@@ -1,6 +1,6 @@
 #include "ShowCommand.h"
 
-#include "zel/files/Files.h"
+#include "Input.h"
 #include "zel/print/HexPrinter.h"
 #include "zel/json/JsonWriter.h"
 #include "zel/print/PagePrinter.h"
@@ -12,7 +12,7 @@
 namespace zel {
 
 ExitStatus ShowCommand::Run(const Console& console) const {
-    const std::string bytes = ReadFile(file);
+    const std::string bytes = ReadInput(console, file);
     const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
     if (json) {
         JsonWriter writer(console.out, drawing ? nullptr : JsonWriter::kFileSchema);

@@ -1,8 +1,9 @@
 #include "Converter.h"
 
-#include <set>
+#include <algorithm>
 #include <sstream>
 
+#include "FieldNames.h"
 #include "zel/definition/SketchFile.h"
 #include "zel/survey/FieldText.h"
 #include "zel/survey/FileWalk.h"
@@ -12,8 +13,6 @@
 namespace zel {
 namespace {
 
-using Names = std::set<std::string, std::less<>>;
-
 std::string BytesOf(SketchFile& file) {
     std::ostringstream stream;
     stream.exceptions(std::ios_base::badbit);  // exhausted memory must not cut a file
@@ -21,35 +20,24 @@ std::string BytesOf(SketchFile& file) {
     return stream.str();
 }
 
-struct NameCollector : FieldVisitor {
-    void OnField(const Field& field) override { names.emplace(field.name); }
-    Names names;
-};
-
-// The names of all fields that a version has, taken from a file of it.
-Names NamesOf(std::int32_t version) {
-    SketchFile file;
-    file.definitions.Append();
-    file.SetVersion(version);
-    NameCollector collector;
-    Surveyor::Survey(BytesOf(file), collector);
-    return std::move(collector.names);
-}
-
 // Lists the values of a file that a version has no field for.
 class LossLister : public FieldVisitor {
 public:
-    LossLister(std::int32_t version, std::vector<std::string>& losses)
-        : names_(NamesOf(version)), losses_(losses) {}
+    LossLister(std::int32_t version, std::vector<std::string>& losses) : losses_(losses) {
+        const FieldNames kept = FieldNames::Of(version), all = FieldNames::Of(SketchFile::kNewestVersion);
+        for (const auto* names : {&all.file, &all.definition})
+            for (const std::string& name : *names)
+                if (!kept.Has(name)) lacking_.push_back(name);
+    }
 
     void OnField(const Field& field) override {
-        if (field.kind == FieldKind::kLeftOver || names_.count(field.name) != 0) return;
+        if (std::find(lacking_.begin(), lacking_.end(), field.name) == lacking_.end()) return;
         const bool isEmpty = field.kind == FieldKind::kShort ? field.Text().empty() : field.Bits() == 0;
         if (!isEmpty) losses_.push_back(field.FullName() + " = " + ValueText(field));
     }
 
 private:
-    const Names names_;
+    std::vector<std::string> lacking_;
     std::vector<std::string>& losses_;
 };
 

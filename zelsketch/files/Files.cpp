@@ -125,6 +125,18 @@ std::string ReadFile(const std::string& path, std::uint64_t largest) {
     return bytes;
 }
 
+std::string ReadStream(std::istream& stream, const std::string& name, std::uint64_t largest) {
+    std::string bytes;
+    char block[kBlock];
+    do {
+        stream.read(block, sizeof block);
+        bytes.append(block, static_cast<std::size_t>(stream.gcount()));
+        if (bytes.size() > largest) FailOfSize(name, largest);
+    } while (stream);
+    if (stream.bad()) Fail("cannot read", name, EIO);
+    return bytes;
+}
+
 void ExpectWritable(const std::string& path, Overwrite overwrite) {
     std::error_code ignored;
     const fs::file_status status = fs::symlink_status(fs::u8path(path), ignored);
@@ -156,6 +168,13 @@ void ReplaceFile(const std::string& path, const std::string& old, const std::str
         throw Failure(kUnusable, "will not replace " + path + ": another program has changed it meanwhile");
     if (backup) backup->BecomeTarget(overwrite);
     beside.BecomeTarget(overwrite);
+}
+
+std::string BehindLinks(const std::string& path) {
+    std::error_code error;
+    if (!fs::is_symlink(fs::u8path(path), error)) return path;
+    const fs::path target = fs::canonical(fs::u8path(path), error);
+    return error ? path : target.u8string();
 }
 
 bool IsSameFile(const std::string& a, const std::string& b) {

@@ -16,6 +16,9 @@ constexpr std::uint64_t kLargestText = kLargestFile * (sizeof(std::size_t) > 4 ?
 
 std::string ReadFile(const std::string& path, std::uint64_t largest = kLargestFile);
 
+// What a stream still has; `name` is what messages call it.
+std::string ReadStream(std::istream& stream, const std::string& name, std::uint64_t largest);
+
 // What may be lost where a file is written: nothing, a file that stands there, or even a read-only one.
 enum class Overwrite { kRefuse, kReplace, kForce };
 // To be called before the work: fails where WriteFile would.
@@ -29,6 +32,8 @@ void WriteFile(const std::string& path, const std::string& bytes, Overwrite over
 void ReplaceFile(const std::string& path, const std::string& old, const std::string& bytes,
                  Overwrite overwrite, bool keepsBackup);
 
+// The file that a symbolic link leads to in the end; any other path as it is.
+std::string BehindLinks(const std::string& path);
 // Whether both are one file, whatever their names.
 bool IsSameFile(const std::string& a, const std::string& b);
 

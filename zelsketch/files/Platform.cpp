@@ -36,6 +36,8 @@ std::vector<std::string> Arguments(int, const char* const*) {
     return texts;
 }
 
+void PrepareInput(std::FILE* stream) { _setmode(_fileno(stream), _O_BINARY); }
+
 bool PrepareOutput(std::FILE* stream) {
     const int descriptor = _fileno(stream);
     _setmode(descriptor, _O_BINARY);
@@ -99,6 +101,8 @@ namespace zel {
 std::vector<std::string> Arguments(int argc, const char* const* argv) {
     return {argv + (argc > 0), argv + argc};
 }
+
+void PrepareInput(std::FILE*) {}
 
 bool PrepareOutput(std::FILE* stream) { return isatty(fileno(stream)) != 0; }
 

@@ -12,8 +12,9 @@ namespace zel {
 // The arguments of main but the first; on Windows whatever their letters, and with the files that a pattern
 // stands for.
 std::vector<std::string> Arguments(int argc, const char* const* argv);
-// Lets a stream pass bytes as they are. True of a terminal, which then shows UTF-8 and obeys escape
+// Let a stream pass bytes as they are. True of a terminal, which then shows UTF-8 and obeys escape
 // sequences.
+void PrepareInput(std::FILE* stream);
 bool PrepareOutput(std::FILE* stream);
 
 std::FILE* OpenToRead(const std::string& path);

@@ -41,9 +41,10 @@ bool HasRemains(const Field& field) {
     return field.Byte(count == 0 ? field.bytes.size() - 1 : count + 1) != 0;
 }
 
+bool IsDamage(const Finding& finding) { return finding.gravity == Finding::kDamage; }
+
 std::size_t CountDamage(const Findings& findings) {
-    return static_cast<std::size_t>(std::count_if(
-        findings.begin(), findings.end(), [](const Finding& f) { return f.gravity == Finding::kDamage; }));
+    return static_cast<std::size_t>(std::count_if(findings.begin(), findings.end(), IsDamage));
 }
 
 void Sort(Findings& findings) {
@@ -60,6 +61,14 @@ std::string FaultOfText(const Field& field) {
 }  // namespace
 
 bool IsDamaged(const Findings& findings) { return CountDamage(findings) != 0; }
+
+std::string DamageOf(const Findings& findings) {
+    const std::size_t count = CountDamage(findings);
+    if (count == 0) return "";
+    const Finding& first = *std::find_if(findings.begin(), findings.end(), IsDamage);
+    return "damaged at " + HexNumber(first.offset, 4) + ": " + first.what +
+           (count > 1 ? ", and " + Counted(count - 1, "further finding") : "");
+}
 
 Findings Checker::Check(std::string_view file) {
     bool followsStoredFlags = false;

@@ -20,6 +20,8 @@ struct Finding {
 
 using Findings = std::vector<Finding>;
 bool IsDamaged(const Findings& findings);
+// "damaged at 0x00000070: ...", in a line; empty where nothing is.
+std::string DamageOf(const Findings& findings);
 
 // Finds what is wrong with a file: everything that a writer would not have written, and versions that the
 // store refuses. Findings come in file order. Behind the first code that is longer than its count byte tells,

@@ -31,6 +31,17 @@ std::string Utf8OfWindows1252(std::string_view bytes) {
     return text;
 }
 
+std::optional<std::string> EncodeWindows1252(std::string_view text) {
+    std::string bytes;
+    while (!text.empty()) {
+        if (Utf8Size(text) == 0) return std::nullopt;
+        const auto byte = ToWindows1252(TakeUtf8(text));
+        if (!byte) return std::nullopt;
+        bytes += static_cast<char>(*byte);
+    }
+    return bytes;
+}
+
 void AppendUtf8(std::string& text, char32_t character) {
     const auto append = [&text](char32_t byte) { text += static_cast<char>(byte); };
     if (character < 0x80) return append(character);

@@ -18,6 +18,9 @@ std::optional<unsigned char> ToWindows1252(char32_t character);
 std::string Utf8OfWindows1252(std::string_view bytes);
 
 void AppendUtf8(std::string& text, char32_t character);
+// The bytes of UTF-8; nothing where it is none, or the code page lacks a character.
+std::optional<std::string> EncodeWindows1252(std::string_view text);
+
 // How many bytes the first character has; 0 where they are no UTF-8.
 std::size_t Utf8Size(std::string_view text);
 // The first character of valid UTF-8, which is taken off `text`.

@@ -1,0 +1,33 @@
+#include "Input.h"
+
+#include "zel/text/Failure.h"
+
+namespace zel {
+namespace {
+
+constexpr char kStandard[] = "-";
+
+}  // namespace
+
+std::string ReadInput(const Console& console, const std::string& path, std::uint64_t largest) {
+    return path == kStandard ? ReadStream(console.in, "the standard input", largest)
+                             : ReadFile(path, largest);
+}
+
+Output::Output(const Console& console, const std::string& path, Overwrite overwrite)
+    : console_(console), path_(path), overwrite_(overwrite) {
+    if (path != kStandard) ExpectWritable(path, overwrite);
+}
+
+void Output::Report(const std::string& line) const {
+    Console::Print(path_ == kStandard ? console_.error : console_.out, line);
+}
+
+void Output::Write(const std::string& bytes) const {
+    console_.ExpectPrinted();
+    if (path_ != kStandard) return WriteFile(path_, bytes, overwrite_);
+    console_.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    console_.ExpectPrinted();
+}
+
+}  // namespace zel
