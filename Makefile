@@ -1,11 +1,12 @@
 # The front door. Every target does its own set-up, says what it does and fails with one clear line.
-.PHONY: help run test device check-format bench fuzz clean
+.PHONY: help run test device dist check-format bench fuzz clean
 .DEFAULT_GOAL := help
 
 help:
 	@echo "make run [FILE=path]  build the module and print a definition file through a script"
 	@echo "make test             build everything and pass all tests"
 	@echo "make device           build the module for the handheld"
+	@echo "make dist             pack the release: a zip, a set-up program for Windows, checksums"
 	@echo "make check-format     build and test the format library and its tools alone (no Wine)"
 	@echo "make bench            measure reading, writing and scripts, as ratios to a floor"
 	@echo "make fuzz [SECONDS=n] run each fuzz target for a while (60 s)"
@@ -23,6 +24,12 @@ test:
 device:
 	@scripts/setup device
 	@scripts/build device
+
+dist:
+	@scripts/setup windows
+	@scripts/build windows-x64 ZEL_BRU zelsketch
+	@scripts/build windows-x86 ZEL_BRU zelsketch
+	@scripts/dist build/dist x86-unicode windows
 
 check-format:
 	@scripts/setup native
