@@ -1,6 +1,8 @@
 // What build refuses of a JSON text and check of a file: where, why, and the exit status.
 
 #include "zel/definition/SketchFile.h"
+#include <algorithm>
+
 #include "zel/json/Assembler.h"
 #include "Tool.h"
 
@@ -51,6 +53,7 @@ TEST_F(ToolTest, BuildSaysWhatItExpectsAndLeavesTheOldFile) {
          "1, column 28: Header.CreatedBy: expected a text"},
         {R"({ "Header": { "CreatedBy": "ł" } })",
          "1, column 28: Header.CreatedBy: expected characters of Win"},
+        {R"({ "Header": { "CreatedBy": "\u0085" } })", "1, column 28: Header.CreatedBy: expected characters"},
         {R"({ "LeftOver": "123" })", "1, column 15: LeftOver: expected bytes, two hexadecimal digits each"},
         {R"({ "Definitions": [ {}, { "WallWidth": "\"" } ] })",
          "1, column 39: Definitions[1].WallWidth: expected a number, or null and \"WallWidthBits\", not "
@@ -134,6 +137,18 @@ TEST_F(ToolTest, CheckGoesOnBehindABadFileAndGivesTheWorstStatus) {
     EXPECT_NE(std::string::npos, outcome.out.find("\ngood: sound\nsections: sound\n"));
     EXPECT_EQ("zelsketch: cannot read missing: No such file or directory\n", outcome.error);
     EXPECT_EQ(2, outcome.status);
+}
+
+TEST_F(ToolTest, CheckListsAHundredFindings) {
+    for (const int count : {100, 101, 102}) {
+        std::string json = R"({ "Definitions": [ { "AreaCodeTag": 7 })";
+        for (int i = 1; i < count; ++i) json += R"(, { "AreaCodeTag": 7 })";
+        Put("f", File(json + "] }"));
+        const std::string out = Zelsketch({"check", "f"}).out;
+        EXPECT_EQ(std::min(count, 101), std::count(out.begin(), out.end(), '\n')) << out;
+        EXPECT_NE(std::string::npos, out.find("Definitions[99].AreaCode: the tag is 7, not 6\n"));
+        EXPECT_EQ(count > 100, out.find(": further findings are not listed\n") != std::string::npos);
+    }
 }
 
 }  // namespace
