@@ -3,6 +3,7 @@
 #include <limits>
 #include <random>
 
+#include "zel/edit/Converter.h"
 #include "zel/json/Assembler.h"
 #include "zel/survey/Checker.h"
 #include "zel/survey/FileWalk.h"
@@ -86,6 +87,31 @@ TEST(RoundTrip, OddFilesOfEveryVersion) {
             }
         }
     }
+}
+
+// Definitions pass one at a time; the whole file at once is what it has to come to.
+TEST(RoundTrip, ConversionIsWhatLoadingAndSavingGives) {
+    std::mt19937 random(741);
+    std::size_t dropped = 0, kept = 0;
+    for (int from = 0; from <= 5; ++from) {
+        for (int i = 0; i < 200; ++i) {
+            const std::string sample = SampleOf(from, i % 3 ? 0x110 : 0);
+            const std::string file = i % 2 ? Mutated(sample, random) : sample;
+            SketchFile loaded;
+            std::istringstream stream(file);
+            if (!loaded.Read(stream).good() || !loaded.HasDefinitions()) continue;
+            const int to = 1 + i % 5;
+            const Conversion conversion = Converter::Convert(file, to);
+            const bool dropsBytes = Written(loaded).replace(12, 4, file, 12, 4) != file;
+            ASSERT_EQ(dropsBytes, conversion.dropsBytes);
+            ++(dropsBytes ? dropped : kept);
+            loaded.SetVersion(to);
+            loaded.header.image.Flags = AsRead(loaded.header.image).image.Flags;
+            ASSERT_TRUE(SameBytes(Written(loaded), conversion.file)) << from << " to " << to;
+        }
+    }
+    EXPECT_GT(dropped, 100u);
+    EXPECT_GT(kept, 100u);
 }
 
 TEST(RoundTrip, KeysStandInAnyOrderAndWhatIsLeftOutIsAsInANewFile) {

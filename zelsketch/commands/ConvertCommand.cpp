@@ -38,10 +38,10 @@ ExitStatus ConvertCommand::Run(const Console& console) const {
         console.Complain(file + ": bytes that readers do not see are not carried over");
     ReportSalvage(salvaged, output);
     for (const std::string& change : conversion.changed) output.Report("changed: " + change);
-    for (const std::string& loss : conversion.lost) output.Report("lost: " + loss);
-    output.Report(Shown(out) + ": version " + std::to_string(version) + ", " +
-                  Counted(conversion.lost.size(), "value") + " lost" +
-                  (damage.empty() ? "" : ", " + Counted(salvaged.Lost(), "byte") + " left behind"));
+    const std::size_t lost = Converter::ListLosses(
+        bytes, version, [&](const std::string& loss) { output.Report("lost: " + loss); });
+    output.Report(Shown(out) + ": version " + std::to_string(version) + ", " + Counted(lost, "value") +
+                  " lost" + (damage.empty() ? "" : ", " + Counted(salvaged.Lost(), "byte") + " left behind"));
     output.Write(conversion.file);
     return damage.empty() ? kSound : kDamaged;
 }
