@@ -15,17 +15,20 @@ namespace {
 // 2 by 2 inches.
 constexpr SIZEL kNaturalExtent = {5080, 5080};
 
-// A file stream with room for many records between two calls of the system. The buffer outlives the stream.
+// A file stream with room for many records between two calls of the system, which is set aside before it is
+// opened. The buffer outlives the stream.
 template <class Stream>
 class BufferedFile {
 public:
-    BufferedFile(const std::string& path, std::ios_base::openmode mode) : buffer_(new char[kBufferSize]) {
+    BufferedFile() : buffer_(new char[kBufferSize]) {
         stream_.rdbuf()->pubsetbuf(buffer_.get(), kBufferSize);
-        stream_.open(path, mode | std::ios_base::binary);
     }
 
-    bool IsOpen() const { return stream_.is_open(); }
-    Stream& Get() { return stream_; }
+    // The stream, or null when the file cannot be opened.
+    Stream* Open(const std::string& path) {
+        stream_.open(path, std::ios_base::binary);
+        return stream_.is_open() ? &stream_ : nullptr;
+    }
 
 private:
     static constexpr std::streamsize kBufferSize = 65536;
@@ -73,23 +76,44 @@ HRESULT BRU_Store::put_Definitions(IZEL_Collection* newVal) noexcept {
     return S_OK;
 }
 
+// The file is read beside the image, which it replaces when all is there that is to be published.
 HRESULT BRU_Store::LoadFromFile(BSTR FileName, LONG* Result) noexcept {
     if (Result) *Result = 0;
     return Boundary([&] {
-        ReadImage(ToPath(FileName));
-        if (!file_.HasDefinitions()) return RefuseVersion(Result);
-        PublishImage();
+        BufferedFile<std::ifstream> file;
+        SketchFile loaded;
+        CopyImageWithoutDefinitions(loaded);
+        std::ifstream* stream = file.Open(ToPath(FileName));
+        if (stream) loaded.Read(*stream);
+        const SketchFile& image = stream ? loaded : file_;
+        const bool refused = !image.HasDefinitions();
+        VariantArray items;
+        if (!refused) items = Publish(image.definitions);
+        if (stream && refused) std::swap(loaded.definitions, file_.definitions);
+        if (stream) file_.Swap(loaded);
+        if (refused) return RefuseVersion(Result);
+        if (header_) header_->Assign(file_.header);
+        if (definitions_) definitions_->SwapItems(items);
         return S_OK;
     });
 }
 
+// Once the file is open nothing can fail any more but the writing, and that is not reported.
 HRESULT BRU_Store::SaveToFile(BSTR FileName, LONG* Result) noexcept {
     if (Result) *Result = 0;
     return Boundary([&] {
-        GatherImage();
+        BufferedFile<std::ofstream> file;
+        SketchFile gathered;
+        GatherImage(gathered);
+        gathered.PrepareWrite();
+        const std::string path = ToPath(FileName);
+        file_.Swap(gathered);
         if (!file_.HasDefinitions() || file_.GetVersion() < SketchFile::kOldestSavedVersion)
             return RefuseVersion(Result);
-        return WriteImage(ToPath(FileName));
+        std::ofstream* stream = file.Open(path);
+        if (!stream) return S_FALSE;
+        file_.Write(*stream);
+        return S_OK;
     });
 }
 
@@ -108,31 +132,19 @@ HRESULT BRU_Store::Paint(HDC hdc, const RECT& bounds) noexcept {
     return S_OK;
 }
 
-void BRU_Store::ReadImage(const std::string& path) {
-    BufferedFile<std::ifstream> file(path, std::ios_base::in);
-    if (file.IsOpen()) file_.Read(file.Get());
+void BRU_Store::CopyImageWithoutDefinitions(SketchFile& image) const {
+    image.SetVersion(file_.GetVersion());
+    image.header = file_.header;
+    image.DefinitionType = file_.DefinitionType;
+    image.FileFlags = file_.FileFlags;
 }
 
-// A write that fails is not reported: only the opening is judged.
-HRESULT BRU_Store::WriteImage(const std::string& path) {
-    BufferedFile<std::ofstream> file(path, std::ios_base::out);
-    if (!file.IsOpen()) return S_FALSE;
-    file_.Write(file.Get());
-    return S_OK;
-}
-
-void BRU_Store::PublishImage() {
-    VariantArray items = Publish(file_.definitions);
-    if (header_) header_->Assign(file_.header);
-    if (definitions_) definitions_->SwapItems(items);
-}
-
-// The version of the image is that of the header from here on, whether it can be saved or not.
-void BRU_Store::GatherImage() {
-    const FileHeader header = header_ ? ZEL_Header::Gather(*header_.Get()) : file_.header;
-    if (definitions_) file_.definitions = Gather(*definitions_.Get());
-    file_.header = header;
-    file_.SetVersion(header.image.FileVersion);
+// Its version is that of the header object, whether it can be saved or not.
+void BRU_Store::GatherImage(SketchFile& image) const {
+    CopyImageWithoutDefinitions(image);
+    if (header_) image.header = ZEL_Header::Gather(*header_.Get());
+    image.definitions = definitions_ ? Gather(*definitions_.Get()) : file_.definitions;
+    image.SetVersion(image.header.image.FileVersion);
 }
 
 }  // namespace zel

@@ -39,12 +39,10 @@ private:
     void Delete() noexcept override { delete this; }
     HRESULT Paint(HDC hdc, const RECT& bounds) noexcept override;
 
-    void ReadImage(const std::string& path);
-    HRESULT WriteImage(const std::string& path);
-    void PublishImage();
-    void GatherImage();
+    void CopyImageWithoutDefinitions(SketchFile& image) const;
+    void GatherImage(SketchFile& image) const;
 
-    SketchFile file_;
+    SketchFile file_;  // the image
     ComPtr<ZEL_Header> header_;
     ComPtr<ZEL_Collection> definitions_;
 };

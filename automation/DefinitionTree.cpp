@@ -16,15 +16,15 @@ namespace {
 // A collection on the way from the root to the definition at hand, and how far it is gathered.
 class Level {
 public:
-    Level(ComPtr<IZEL_Collection> collection, DefinitionList& records)
-        : collection_(std::move(collection)), records_(records) {
+    Level(ComPtr<IZEL_Collection> collection, DefinitionList& records) noexcept
+        : collection_(std::move(collection)), records_(&records) {
         if (collection_) collection_->get_Count(&count_);
     }
 
-    bool AtEnd() const { return position_ >= count_; }
+    bool AtEnd() const noexcept { return position_ >= count_; }
 
     // The next item if it is a definition.
-    ComPtr<IZEL_Definition> Next() {
+    ComPtr<IZEL_Definition> Next() noexcept {
         collection_->Item(Variant::Int(position_++).Get(), item_.InOut());
         if (item_.Type() != VT_DISPATCH || !V_DISPATCH(&item_.Get())) return nullptr;
         ComPtr<IZEL_Definition> definition;
@@ -32,15 +32,18 @@ public:
         return definition;
     }
 
-    DefinitionRecord& Begin(ComPtr<IZEL_Definition> definition) {
+    // Gathers up to the members, which are another level.
+    Level Begin(ComPtr<IZEL_Definition> definition) {
         definition_ = std::move(definition);
-        DefinitionRecord& record = records_.Append();
+        DefinitionRecord& record = records_->Append();
         ZEL_Definition::GatherBeforeMembers(*definition_, record);
-        return record;
+        ComPtr<IZEL_Collection> members;
+        definition_->get_Members(members.Out());
+        return {std::move(members), record.Members};
     }
 
     void End() {
-        DefinitionRecord& record = records_.Elements().back();
+        DefinitionRecord& record = records_->Elements().back();
         ZEL_Definition::GatherBehindMembers(*definition_, record);
         record.Normalize();
         definition_.Reset();
@@ -48,12 +51,19 @@ public:
 
 private:
     ComPtr<IZEL_Collection> collection_;
-    DefinitionList& records_;
+    DefinitionList* records_;
     LONG count_ = 0;
     LONG position_ = 0;
     Variant item_;  // one place for all items, which `Item` replaces
     ComPtr<IZEL_Definition> definition_;
 };
+
+// What is the same for two interfaces of one object.
+ComPtr<IUnknown> IdentityOf(const ComPtr<IZEL_Definition>& definition) noexcept {
+    if (!definition) return nullptr;
+    return ZEL_Definition::Own(*definition) ? ComPtr<IUnknown>(definition.Share())
+                                            : definition.As<IUnknown>();
+}
 
 }  // namespace
 
@@ -75,7 +85,7 @@ VariantArray Publish(const DefinitionList& records) {
             if (!definition) continue;  // a load goes on without what it has no room for
             definition->AssignFields(record);
             if (!record.Members.Elements().empty()) pending.push_back({&record.Members, definition.Get()});
-            items.Append(Variant::Object(definition.Get()).Get());
+            items.Append(Variant::Object(definition.Get()));
         }
         if (owner)
             owner->Members().SwapItems(items);
@@ -89,7 +99,7 @@ DefinitionList Gather(IZEL_Collection& collection) {
     DefinitionList records;
     std::vector<Level> path;
     std::vector<ComPtr<IUnknown>> owners;  // of the levels below the root
-    std::set<IUnknown*> onPath;
+    std::set<IUnknown*> onPath;            // the same, to be found
     path.emplace_back(ComPtr<IZEL_Collection>(&collection), records);
     for (;;) {
         Level& level = path.back();
@@ -102,13 +112,16 @@ DefinitionList Gather(IZEL_Collection& collection) {
             continue;
         }
         ComPtr<IZEL_Definition> definition = level.Next();
-        ComPtr<IUnknown> identity = definition.As<IUnknown>();
-        if (!definition || !onPath.insert(identity.Get()).second) continue;
-        ComPtr<IZEL_Collection> members;
-        DefinitionRecord& record = level.Begin(definition.Share());
-        definition->get_Members(members.Out());
+        ComPtr<IUnknown> identity = IdentityOf(definition);
+        if (!definition || onPath.count(identity.Get()) > 0) continue;
+        Level members = level.Begin(std::move(definition));
+        if (members.AtEnd()) {
+            level.End();
+            continue;
+        }
+        onPath.insert(identity.Get());
         owners.push_back(std::move(identity));
-        path.emplace_back(std::move(members), record.Members);
+        path.push_back(std::move(members));
     }
 }
 

@@ -75,4 +75,19 @@ inline HRESULT PutText(ShortString& field, const OLECHAR* text) noexcept {
     });
 }
 
+// What getting a text and putting it elsewhere comes to, into a field that is zero: through the code page,
+// and without the bytes behind its end.
+template <class Field>
+void CopyText(const Field& from, Field& to) noexcept {
+    const std::string_view text = from.Text();
+    if (IsAscii(text)) return to.Put(text);
+    wchar_t wide[kWideShortSize];
+    ToWideShort(text, wide);
+    PutText(to, wide);
+}
+
+inline void CopyText(const ShortString& from, ShortString& to) {
+    to.text = IsAscii(from.text) ? from.text : ToAnsi(ToWide(from.text).c_str());
+}
+
 }  // namespace zel

@@ -44,11 +44,21 @@ std::wstring ToWide(std::string_view text) {
 
 INT ReplaceBstr(BSTR* place, std::string_view text) { return SysReAllocString(place, ToWide(text).c_str()); }
 
-INT ReplaceBstrShort(BSTR* place, std::string_view text) noexcept {
-    wchar_t wide[64];
-    const auto room = static_cast<int>(std::size(wide)) - 1;
+void ToWideShort(std::string_view text, wchar_t (&wide)[kWideShortSize]) noexcept {
+    const auto room = static_cast<int>(kWideShortSize) - 1;
     const auto length = static_cast<int>(text.size());
     wide[length == 0 ? 0 : MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide, room)] = L'\0';
+}
+
+bool IsAscii(std::string_view text) noexcept {
+    unsigned char all = 0;
+    for (const char c : text) all |= static_cast<unsigned char>(c);
+    return all < 128;
+}
+
+INT ReplaceBstrShort(BSTR* place, std::string_view text) noexcept {
+    wchar_t wide[kWideShortSize];
+    ToWideShort(text, wide);
     return SysReAllocString(place, wide);
 }
 

@@ -20,6 +20,12 @@ constexpr std::size_t kAnsiBufferSize = 512;
 std::string_view ToAnsi(const OLECHAR* text, std::size_t limit, char (&buffer)[kAnsiBufferSize]) noexcept;
 
 std::wstring ToWide(std::string_view text);
+// The text of a fixed field, ended by a NUL.
+constexpr std::size_t kWideShortSize = 64;
+void ToWideShort(std::string_view text, wchar_t (&wide)[kWideShortSize]) noexcept;
+
+// Whether all characters are below 128: every ANSI code page gives those back as they were.
+bool IsAscii(std::string_view text) noexcept;
 
 // Replaces the caller's string by the text; what SysReAllocString answers.
 INT ReplaceBstr(BSTR* place, std::string_view text);

@@ -1,7 +1,5 @@
 #include "VariantArray.h"
 
-#include "zel/com/Variant.h"
-
 namespace zel {
 
 VariantArray::~VariantArray() {
@@ -11,8 +9,12 @@ VariantArray::~VariantArray() {
 void VariantArray::Append(const VARIANT& item) {
     Variant copy;
     VariantCopyInd(copy.InOut(), const_cast<VARIANT*>(&item));
-    items_.push_back(copy.Get());
-    copy.Detach();
+    Append(std::move(copy));
+}
+
+void VariantArray::Append(Variant&& item) {
+    items_.push_back(item.Get());
+    item.Detach();
 }
 
 void VariantArray::Remove(std::size_t position) noexcept {

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "zel/com/Variant.h"
+
 namespace zel {
 
 // A contiguous array of VARIANTs that owns what they hold. Taking from its front costs the same however long
@@ -29,6 +31,8 @@ public:
     // Appends a copy with references of its own; what `item` refers to by reference is copied itself. A copy
     // that fails is empty. Throws std::bad_alloc and is then as it was.
     void Append(const VARIANT& item);
+    // Appends the value itself.
+    void Append(Variant&& item);
     // The item leaves the array before it is cleared, so what its release calls back meets a sound array.
     void Remove(std::size_t position) noexcept;
     void Swap(VariantArray& other) noexcept {

@@ -10,11 +10,35 @@ namespace zel {
 
 ZEL_Definition::ZEL_Definition() : members_(Make<ZEL_Collection>()) {
     if (!members_) throw std::bad_alloc();
+    OwnClass<ZEL_Definition, IZEL_Definition>::Note(*this);
 }
 
 ZEL_Definition::~ZEL_Definition() { FlatRelease::Release(std::move(members_)); }
 
+void ZEL_Definition::GatherBeforeMembers(DefinitionRecord& record) const {
+    CopyText(record_.AreaCode, record.AreaCode);
+    CopyText(record_.block.AreaDescription, record.block.AreaDescription);
+    CopyText(record_.block.AreaName, record.block.AreaName);
+    record.block.CalcType = record_.block.CalcType;
+    record.block.DimensionType = record_.block.DimensionType;
+    record.block.FillColor = record_.block.FillColor;
+    record.block.FillPattern = record_.block.FillPattern;
+    record.Hidden = record_.Hidden;
+    record.block.LineColor = record_.block.LineColor;
+}
+
+void ZEL_Definition::GatherBehindMembers(DefinitionRecord& record) const {
+    record.block.Multiplier = record_.block.Multiplier;
+    record.block.PostArea = record_.block.PostArea;
+    record.block.PostDescription = record_.block.PostDescription;
+    CopyText(record_.block.SegmentStyle, record.block.SegmentStyle);
+    CopyText(record_.SubtractAreaCode, record.SubtractAreaCode);
+    record.block.WallHeight = record_.block.WallHeight;
+    record.block.WallWidth = record_.block.WallWidth;
+}
+
 void ZEL_Definition::GatherBeforeMembers(IZEL_Definition& source, DefinitionRecord& record) {
+    if (const auto* own = Own(source)) return own->GatherBeforeMembers(record);
     Gathering<IZEL_Definition> from(source);
     from.Text(&IZEL_Definition::get_AreaCode, record.AreaCode);
     from.Text(&IZEL_Definition::get_AreaDescription, record.block.AreaDescription);
@@ -28,6 +52,7 @@ void ZEL_Definition::GatherBeforeMembers(IZEL_Definition& source, DefinitionReco
 }
 
 void ZEL_Definition::GatherBehindMembers(IZEL_Definition& source, DefinitionRecord& record) {
+    if (const auto* own = Own(source)) return own->GatherBehindMembers(record);
     Gathering<IZEL_Definition> from(source);
     from.Number(&IZEL_Definition::get_Multiplier, record.block.Multiplier);
     from.Number(&IZEL_Definition::get_PostArea, record.block.PostArea);

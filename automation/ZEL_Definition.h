@@ -4,6 +4,7 @@
 #include "zel/definition/DefinitionRecord.h"
 #include "zel/com/Dispatch.h"
 #include "zel/com/Object.h"
+#include "OwnClass.h"
 #include "ZEL_BRU_names.h"
 #include "ZEL_Collection.h"
 
@@ -22,8 +23,13 @@ public:
     void AssignFields(const DefinitionRecord& record) { record_.CopyFields(record); }
     ZEL_Collection& Members() noexcept { return *members_; }
 
+    // The object behind the interface if it is of this class.
+    static ZEL_Definition* Own(IZEL_Definition& object) noexcept {
+        return OwnClass<ZEL_Definition, IZEL_Definition>::Cast(object);
+    }
     // Reads the properties of any implementation of the interface, in their order: those before Members into
-    // the record and those behind it. What a getter refuses keeps its default.
+    // the record and those behind it. What a getter refuses keeps its default. An object of this class is
+    // read without its getters, which could fail for memory and not say so.
     static void GatherBeforeMembers(IZEL_Definition& source, DefinitionRecord& record);
     static void GatherBehindMembers(IZEL_Definition& source, DefinitionRecord& record);
 
@@ -64,6 +70,9 @@ public:
 
 private:
     ~ZEL_Definition() override;
+
+    void GatherBeforeMembers(DefinitionRecord& record) const;
+    void GatherBehindMembers(DefinitionRecord& record) const;
 
     DefinitionRecord record_;
     ComPtr<ZEL_Collection> members_;

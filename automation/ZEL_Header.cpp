@@ -1,11 +1,31 @@
 #include "ZEL_Header.h"
 
+#include <utility>
+
 #include "Gathering.h"
 #include "Property.h"
 
 namespace zel {
 
+FileHeader ZEL_Header::Gather() const {
+    FileHeader header;
+    HeaderImage& image = header.image;
+    image = header_.image;
+    const auto copyText = [](auto& text) {
+        const auto from = std::exchange(text, {});
+        CopyText(from, text);
+    };
+    copyText(image.CreatedBy);
+    copyText(image.CreatedByVersion);
+    copyText(image.LastModifiedBy);
+    copyText(image.ModifiedByVersion);
+    copyText(image.ProgramVersionSignature);
+    copyText(image.Signature);
+    return header;
+}
+
 FileHeader ZEL_Header::Gather(IZEL_Header& source) {
+    if (const auto* own = OwnClass<ZEL_Header, IZEL_Header>::Cast(source)) return own->Gather();
     FileHeader header;
     HeaderImage& image = header.image;
     Gathering<IZEL_Header> from(source);

@@ -3,6 +3,7 @@
 #include "zel/com/Dispatch.h"
 #include "zel/definition/FileHeader.h"
 #include "zel/com/Object.h"
+#include "OwnClass.h"
 #include "ZEL_BRU_names.h"
 
 namespace zel {
@@ -12,9 +13,12 @@ namespace zel {
 // the file.
 class ZEL_Header final : public Object<Interfaces<IZEL_Header, IDispatch>, Dispatch<IZEL_Header>> {
 public:
+    ZEL_Header() noexcept { OwnClass<ZEL_Header, IZEL_Header>::Note(*this); }
+
     void Assign(const FileHeader& header) noexcept { header_ = header; }
 
     // Reads every property of any implementation of the interface. What a getter refuses keeps its default.
+    // An object of this class is read without its getters, which could fail for memory and not say so.
     static FileHeader Gather(IZEL_Header& source);
 
     STDMETHODIMP get_TarnVersion(unsigned char* pVal) noexcept override;
@@ -47,6 +51,8 @@ public:
     STDMETHODIMP put_Type(unsigned char newVal) noexcept override;
 
 private:
+    FileHeader Gather() const;
+
     FileHeader header_;
 };
 

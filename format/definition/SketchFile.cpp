@@ -8,6 +8,8 @@
 
 #include "SketchFile.h"
 
+#include <utility>
+
 #include "zel/record/Reader.h"
 #include "zel/record/Writer.h"
 
@@ -19,6 +21,17 @@ SketchFile& SketchFile::operator=(const SketchFile& other) {
     Record::operator=(other);
     DefinitionType = other.DefinitionType;
     return *this;
+}
+
+void SketchFile::Swap(SketchFile& other) noexcept {
+    const std::int32_t version = GetVersion();
+    Record::SetVersion(other.GetVersion());
+    other.Record::SetVersion(version);
+    std::swap(header, other.header);
+    std::swap(DefinitionType, other.DefinitionType);
+    std::swap(FileFlags, other.FileFlags);
+    std::swap(definitions, other.definitions);
+    writePath_.swap(other.writePath_);
 }
 
 void SketchFile::SetVersion(std::int32_t version) {
@@ -39,7 +52,10 @@ std::ostream& SketchFile::Write(std::ostream& stream) {
     header.Write(stream);
     if (!HasDefinitions()) return stream;
     Trailer(Writer(stream, GetVersion()));
-    return definitions.Write(stream);
+    Writer writer(stream);
+    auto path = std::move(writePath_);
+    WalkNested(writer, definitions, path);
+    return stream;
 }
 
 }  // namespace zel

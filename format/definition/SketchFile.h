@@ -1,9 +1,15 @@
 #pragma once
 
+#include <vector>
+
 #include "DefinitionList.h"
+#include "DefinitionRecord.h"
 #include "FileHeader.h"
+#include "zel/list/MarkerFraming.h"
+#include "zel/list/Nested.h"
 #include "zel/record/LittleEndian.h"
 #include "zel/record/Record.h"
+#include "zel/record/Writer.h"
 
 namespace zel {
 
@@ -27,6 +33,10 @@ public:
     // Takes the version from the header; the caller judges by it. What the version lacks keeps its value.
     std::istream& Read(std::istream& stream) override;
     std::ostream& Write(std::ostream& stream) override;
+    // Sets aside what the next Write needs, which then allocates nothing unless a definition is added.
+    void PrepareWrite() { writePath_.reserve(DepthOf(definitions)); }
+    // Exchanges everything, FileFlags included.
+    void Swap(SketchFile& other) noexcept;
 
     // Whether a file of this version has more than a header.
     bool HasDefinitions() const { return GetVersion() >= 0 && GetVersion() <= kNewestVersion; }
@@ -41,6 +51,9 @@ public:
     std::uint8_t DefinitionType = 0;
     LittleEndian<std::uint32_t> FileFlags{0};
     DefinitionList definitions;
+
+private:
+    std::vector<MarkerCursor<Writer, DefinitionList>> writePath_;
 };
 
 }  // namespace zel

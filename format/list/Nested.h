@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <list>
 #include <utility>
 #include <vector>
@@ -15,10 +17,9 @@ namespace zel {
 
 // Walks everything below `root`, which is framed by Cursor: its constructor passes the list's opening, its
 // Next gives the next element or, past the last, passes the closing and gives null; Current is the element
-// given last.
+// given last. `path` is empty, and may have room for the walk (DepthOf), which then allocates nothing.
 template <class Cursor, class Archive, class List>
-void WalkNested(Archive& archive, List& root, const char* name = nullptr) {
-    std::vector<Cursor> path;
+void WalkNested(Archive& archive, List& root, std::vector<Cursor>& path, const char* name = nullptr) {
     path.emplace_back(archive, root, name);
     for (;;) {
         auto* element = path.back().Next();
@@ -35,6 +36,30 @@ void WalkNested(Archive& archive, List& root, const char* name = nullptr) {
         }
         element->Tail(archive);
     }
+}
+
+template <class Cursor, class Archive, class List>
+void WalkNested(Archive& archive, List& root, const char* name = nullptr) {
+    std::vector<Cursor> path;
+    WalkNested(archive, root, path, name);
+}
+
+// The most lists that a walk over `root` is within at a time.
+template <class List>
+std::size_t DepthOf(const List& root) {
+    std::size_t deepest = 1;
+    std::vector<std::pair<const List*, std::size_t>> pending{{&root, 1}};
+    while (!pending.empty()) {
+        const auto [list, depth] = pending.back();
+        pending.pop_back();
+        for (const auto& element : list->Elements()) {
+            const List* nested = element.Nested();
+            if (!nested) continue;
+            deepest = std::max(deepest, depth + 1);
+            if (!nested->Elements().empty()) pending.emplace_back(nested, depth + 1);
+        }
+    }
+    return deepest;
 }
 
 // An element by itself: its fields and everything below it.

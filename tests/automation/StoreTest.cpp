@@ -1,8 +1,6 @@
-#include <functional>
 #include <tuple>
 
 #include "Client.h"
-#include "ScarceMemory.h"
 #include "SmallStack.h"
 
 namespace zel {
@@ -111,38 +109,6 @@ TEST_F(StoreTest, DepthCostsNoStack) {
         EXPECT_EQ(kDone, store.Save());
     });
     EXPECT_TRUE(FileBytes() == bytes);
-}
-
-// Calls with the first allocation failing, then with the second and so on, until none fails. A call that
-// answers 1 must have left the objects as they were.
-TEST_F(StoreTest, ExhaustedMemoryLeavesObjectsAndNothingElseBehind) {
-    const Bstr path(kFile);
-    const auto numbers = Numbers(2);
-    const std::function<HRESULT(Store&)> calls[] = {
-        [&](Store& store) { return store.object->SaveToFile(path.Get(), nullptr); },
-        [&](Store& store) { return store.object->LoadFromFile(path.Get(), nullptr); },
-        [&](Store& store) { return store.definitions->get__NewEnum(ComPtr<IUnknown>().Out()); },
-        [&](Store& store) { return store.definitions->Copy(numbers.Get()); }};
-    const std::ptrdiff_t before = liveBlocks;
-    for (const auto& call : calls) {
-        int refused = 0;
-        for (std::ptrdiff_t granted = 0, reached = true; reached; ++granted) {
-            Store store;
-            AddNew(AddNew(*store.definitions, L"a code of some length")->Members(), L"a member's long code");
-            store.Save();
-            AddNew(*store.definitions, L"a new definition's long code");
-            const std::wstring tree = Tree(*store.definitions);
-            blocksLeft = granted;
-            const HRESULT result = call(store);
-            reached = blocksLeft == 0;
-            blocksLeft = -1;
-            refused += result == S_FALSE;
-            EXPECT_NE(L"a code of some length", Tree(*store.definitions)) << "a definition loaded in part";
-            EXPECT_TRUE(result == S_OK || (result == S_FALSE && tree == Tree(*store.definitions))) << granted;
-        }
-        EXPECT_LT(0, refused);
-    }
-    EXPECT_EQ(before, liveBlocks);
 }
 
 }  // namespace
