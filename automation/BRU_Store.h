@@ -7,7 +7,7 @@
 #include "zel/com/Dispatch.h"
 #include "zel/com/Object.h"
 #include "zel/definition/SketchFile.h"
-#include "ZEL_BRU_names.h"
+#include "ZEL_BRU_members.h"
 #include "ZEL_Collection.h"
 #include "ZEL_Header.h"
 

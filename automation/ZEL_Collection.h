@@ -4,7 +4,7 @@
 #include "zel/com/Dispatch.h"
 #include "zel/com/Object.h"
 #include "VariantArray.h"
-#include "ZEL_BRU_names.h"
+#include "ZEL_BRU_members.h"
 
 namespace zel {
 

@@ -5,7 +5,7 @@
 #include "zel/com/Dispatch.h"
 #include "zel/com/Object.h"
 #include "OwnClass.h"
-#include "ZEL_BRU_names.h"
+#include "ZEL_BRU_members.h"
 #include "ZEL_Collection.h"
 
 namespace zel {

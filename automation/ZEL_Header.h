@@ -4,7 +4,7 @@
 #include "zel/definition/FileHeader.h"
 #include "zel/com/Object.h"
 #include "OwnClass.h"
-#include "ZEL_BRU_names.h"
+#include "ZEL_BRU_members.h"
 
 namespace zel {
 

@@ -5,7 +5,7 @@ find_path(ZEL_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows /usr/inc
 find_path(ZEL_STDOLE_FOLDER stdole2.tlb NO_CMAKE_FIND_ROOT_PATH REQUIRED
     PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/i386-linux-gnu/wine/i386-windows)
 
-# zel_type_library(TARGET NAME): makes NAME.h, NAME_names.h, NAME_i.c and NAME.tlb from NAME.idl in the current build
+# zel_type_library(TARGET NAME): makes NAME.h, NAME_members.h, NAME_i.c and NAME.tlb from NAME.idl in the current build
 # folder. TARGET brings the headers and the GUIDs to those that link it; a resource script finds the library beside them.
 function(zel_type_library target name)
     set(out ${CMAKE_CURRENT_BINARY_DIR})
@@ -16,13 +16,13 @@ function(zel_type_library target name)
         WORKING_DIRECTORY ${out}
         DEPENDS ${idl}
         VERBATIM)
-    set(names ${PROJECT_SOURCE_DIR}/cmake/MemberNames.cmake)
+    set(members ${PROJECT_SOURCE_DIR}/cmake/Members.cmake)
     add_custom_command(
-        OUTPUT ${out}/${name}_names.h
-        COMMAND ${CMAKE_COMMAND} -DIDL=${idl} -DHEADER=${out}/${name}_names.h -P ${names}
-        DEPENDS ${idl} ${names}
+        OUTPUT ${out}/${name}_members.h
+        COMMAND ${CMAKE_COMMAND} -DIDL=${idl} -DHEADER=${out}/${name}_members.h -P ${members}
+        DEPENDS ${idl} ${members}
         VERBATIM)
     set_source_files_properties(${out}/${name}_i.c PROPERTIES LANGUAGE CXX)
-    add_library(${target} STATIC ${out}/${name}.h ${out}/${name}_names.h ${out}/${name}_i.c ${out}/${name}.tlb)
+    add_library(${target} STATIC ${out}/${name}.h ${out}/${name}_members.h ${out}/${name}_i.c ${out}/${name}.tlb)
     target_include_directories(${target} SYSTEM PUBLIC ${out})
 endfunction()

@@ -4,14 +4,13 @@
 #include <oaidl.h>
 
 #include "InterfaceInfo.h"
-#include "MemberNames.h"
+#include "Members.h"
 
 namespace zel {
 
-// The IDispatch half of a dual interface: calls go through the interface's description in the module's own
-// type library. So do names but those of the members, which are known here: scripts ask for them at every
-// access, and the description compares one after the other. A class derives from it instead of from the
-// interface.
+// The IDispatch half of a dual interface. What scripts wait for, members' names and the plain calls of
+// properties, is answered here; everything else by the interface's description in the module's own type
+// library. A class derives from it instead of from the interface.
 template <class Interface>
 class Dispatch : public Interface {
 public:
@@ -34,7 +33,7 @@ public:
                                DISPID* ids) noexcept override {
         if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
         if (!names || !ids) return E_INVALIDARG;
-        const MemberName* member = count == 1 ? MembersOf<Interface>::kNames.Find(names[0]) : nullptr;
+        const Member* member = count == 1 ? MembersOf<Interface>::kMembers.Find(names[0]) : nullptr;
         if (member) {
             *ids = member->id;
             return S_OK;
@@ -47,13 +46,14 @@ public:
     STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID, WORD flags, DISPPARAMS* arguments,
                         VARIANT* value, EXCEPINFO* exception, UINT* badArgument) noexcept override {
         if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        auto* self = static_cast<Interface*>(this);
+        if (MembersOf<Interface>::kMembers.Access(self, member, flags, arguments, value)) return S_OK;
         ITypeInfo* info = nullptr;
         const HRESULT result = info_.Get(&info);
         if (FAILED(result)) return result;
         // A script's `Set` asks for a put by reference; every object property here takes one put.
         if (flags & DISPATCH_PROPERTYPUTREF) flags |= DISPATCH_PROPERTYPUT;
-        return info->Invoke(static_cast<Interface*>(this), member, flags, arguments, value, exception,
-                            badArgument);
+        return info->Invoke(self, member, flags, arguments, value, exception, badArgument);
     }
 
 private:

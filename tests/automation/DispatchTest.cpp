@@ -27,7 +27,7 @@ struct Subject {
             else
                 return object->Invoke(arguments...);
         };
-        made.knows = [](const wchar_t* name) { return MembersOf<Interface>::kNames.Find(name) != nullptr; };
+        made.knows = [](const wchar_t* name) { return MembersOf<Interface>::kMembers.Find(name) != nullptr; };
         return made;
     }
 
@@ -38,9 +38,24 @@ struct Subject {
     bool (*knows)(const wchar_t* name);  // without asking the platform
 };
 
+// Refuses whatever it is asked.
+struct Refusing final : Object<Interfaces<IBRU_Store, IDispatch>, Dispatch<IBRU_Store>> {
+    STDMETHODIMP get_Header(IZEL_Header**) override { return E_ACCESSDENIED; }
+    STDMETHODIMP put_Header(IZEL_Header*) override { return E_ACCESSDENIED; }
+    STDMETHODIMP get_Definitions(IZEL_Collection**) override { return E_ACCESSDENIED; }
+    STDMETHODIMP put_Definitions(IZEL_Collection*) override { return E_ACCESSDENIED; }
+    STDMETHODIMP LoadFromFile(BSTR, LONG*) override { return E_ACCESSDENIED; }
+    STDMETHODIMP SaveToFile(BSTR, LONG*) override { return E_ACCESSDENIED; }
+    STDMETHODIMP get_DefinitionType(BYTE*) override { return E_ACCESSDENIED; }
+    STDMETHODIMP put_DefinitionType(BYTE) override { return E_ACCESSDENIED; }
+    STDMETHODIMP get_Flags(LONG*) override { return E_ACCESSDENIED; }
+    STDMETHODIMP put_Flags(LONG) override { return E_ACCESSDENIED; }
+};
+
 std::vector<Subject> Subjects() {
     std::vector<Subject> subjects;
     subjects.push_back(Subject::Of<BRU_Store, IBRU_Store>());
+    subjects.push_back(Subject::Of<Refusing, IBRU_Store>());
     subjects.push_back(Subject::Of<ZEL_Header, IZEL_Header>());
     subjects.push_back(Subject::Of<ZEL_Collection, IZEL_Collection>());
     subjects.push_back(Subject::Of<ZEL_Definition, IZEL_Definition>());
@@ -285,6 +300,17 @@ TEST_F(LateBound, CallsAnswerAsThePlatformDoes) {
                     << form.named.size();
         }
     }
+}
+
+TEST_F(LateBound, DescriptionThatCouldNotBeHadIsAskedForAgain) {
+    const auto header = Make<ZEL_Header>();
+    ComPtr<ITypeInfo> info;
+    TypeLibrary::Unload();
+    Module::Attach(reinterpret_cast<HINSTANCE>(1), nullptr, 0);  // has no file
+    EXPECT_TRUE(FAILED(header->GetTypeInfo(0, 0, info.Out())));
+    EXPECT_EQ(L"64", Get(*header, L"TarnVersion"));  // needs no description
+    Module::Attach(nullptr, nullptr, 0);
+    EXPECT_EQ(S_OK, header->GetTypeInfo(0, 0, info.Out()));
 }
 
 }  // namespace
