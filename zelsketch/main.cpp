@@ -21,7 +21,8 @@ int main(int argc, char** argv) {
     std::ios_base::sync_with_stdio(false);
     zel::PrepareInput(stdin);
     const bool outPrepareOutput = zel::PrepareOutput(stdout), errorPrepareOutput = zel::PrepareOutput(stderr);
-    const zel::Console console{std::cin, std::cout, std::cerr, outPrepareOutput && WantsColour(),
-                               errorPrepareOutput};
+    const zel::Console console{std::cin,           std::cout,
+                               std::cerr,          outPrepareOutput && WantsColour(),
+                               errorPrepareOutput, outPrepareOutput};
     return zel::RunCommandLine(zel::Arguments(argc, argv), console);
 }

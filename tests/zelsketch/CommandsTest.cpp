@@ -165,13 +165,17 @@ TEST(ProgressBar, ShowsAfterASecondOnATerminal) {
     static Progress::Clock::time_point now;
     std::ostringstream terminal, pipe;
     for (const bool isTerminal : {true, false}) {
-        Progress bar(isTerminal ? terminal : pipe, isTerminal, 4, [] { return now; });
-        bar.Show(1);
+        Progress bar(isTerminal ? terminal : pipe, isTerminal, [] { return now; });
+        bar.ShowFiles(1, 4);
         now += std::chrono::milliseconds(1001);
-        bar.Show(2);
-        bar.Show(3);  // too soon after the last
+        bar.ShowFiles(2, 4);
+        bar.ShowFiles(3, 4);  // too soon after the last
     }
     EXPECT_EQ("\r[####################....................] 2 of 4 files\r\033[K", terminal.str());
+    Progress bar(terminal, true, [] { return now; });
+    now += std::chrono::milliseconds(1001);
+    bar.ShowBytes(150000000, 200000000);
+    EXPECT_NE(std::string::npos, terminal.str().find("] 150 of 200 MB"));
     EXPECT_EQ("", pipe.str());
 }
 

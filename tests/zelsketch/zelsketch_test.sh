@@ -81,9 +81,28 @@ expect 0 'GLA1' eval "zelsketch set - Header.CreatedBy=Jo <f | zelsketch get - '
 mv -f old f
 rm f.bak
 [ "$(ls)" = "$(printf 'f\nf.json')" ] || { ls >&2; failed=1; }
+# Standard streams, many files, folders.
+expect 0 '-: sound' eval 'zelsketch check - <f'
+expect 0 'Definitions[20]' eval 'zelsketch build - - <f.json | zelsketch show -'
+mkdir -p in/deep
+cp f in/a.zel
+cp f in/deep/b
+echo text >in/readme
+expect 2 'cannot read in: a folder; --recursive takes the files in it' zelsketch check in
+expect 0 'passed over 1 file of other kinds' zelsketch check -r in
+[ "$(zelsketch check -r in 2>/dev/null | tr '\\' /)" = "$(printf 'in/a.zel: sound\nin/deep/b: sound')" ] || failed=1
+mkdir out
+expect 0 'version 3' zelsketch convert --to-version 3 -r in out
+zelsketch convert --to-version 3 -o one f >report
+expect 0 'one: version 3, 0 values lost' cat report
+cmp one out/a.zel && cmp one out/deep/b || failed=1
+expect 2 'one is no folder, where more than one file could go' zelsketch convert --to-version 3 f f one
+expect 0 '' zelsketch show -o page f in/a.zel
+expect 0 '==> in/a.zel <==' cat page
+expect 2 'will not replace f: it is a definition file' zelsketch show -o f f
+rm -r in out one page report
 [ -z "$emulator" ] || exit "$failed"
 
-expect 2 'zelsketch: cannot read .: Is a directory' zelsketch show .
 for command in 'show f' 'check f' --help --version 'convert --to-version 4 f g'; do
     expect 2 'cannot write to the standard output' eval "zelsketch $command >/dev/full"
 done
@@ -94,6 +113,13 @@ expect 2 'cannot read a\x1b\xc2\x9bb: No such file' zelsketch show "$escape"
 cp f "$escape"
 expect 0 'a\x1b\xc2\x9bb: sound' zelsketch check "$escape"
 rm "$escape"
+# completed WORD...: what bash makes of the last word.
+completed() {
+    bash -c 'source <("$0" completion); COMP_WORDS=(zelsketch "$@"); COMP_CWORD=$#; _zelsketch
+             echo "${COMPREPLY[@]}"' "$build/zelsketch" "$@"
+}
+[ "$(completed con)" = convert ] && [ "$(completed show --j)" = --json ] && [ -z "$(completed show f)" ] || failed=1
+expect 0 "$(printf '\033[1mHeader')" zelsketch show --color always f
 zelsketch --help | awk 'length > 80 { exit 1 }' || { echo '--help is too wide' >&2; failed=1; }
 # interrupted SIGNAL CALL before|after COMMAND...: the command dies of it.
 interrupted() (

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <new>
+#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "ListCommand.h"
 #include "EditCommand.h"
 #include "GetCommand.h"
+#include "Input.h"
 #include "zel/text/Failure.h"
 #include "Manual.h"
 #include "ShowCommand.h"
@@ -46,16 +48,31 @@ public:
         AddBuild();
         AddCheck();
         AddConvert();
+        Add("completion", "Prints what lets bash complete commands and options: source it in ~/.bashrc.",
+            [this](const Console& console) {
+                PrintCompletion(*this, console.out);
+                return kSound;
+            });
         Add("manual", "Prints the manual page.", [this](const Console& console) {
             PrintManual(*this, console.out);
             return kSound;
         })->group("");
     }
 
-    ExitStatus Run(const Console& console) const {
-        for (const auto& [command, run] : runs_)
-            if (command->parsed()) return run(console);
-        return kUnusable;
+    ExitStatus Run(Console console) const {
+        if (colour_ != "auto") console.hasColour = colour_ == "always";
+        const auto run =
+            std::find_if(runs_.begin(), runs_.end(), [](const auto& r) { return r.first->parsed(); });
+        if (out_.empty() || out_ == "-") return run->second(console);
+        const Output output(console, out_, Overwrite::kReplace);
+        if (LooksLikeDefinitionFile(out_))
+            throw Failure(kUnusable, "will not replace " + out_ + ": it is a definition file");
+        std::ostringstream text;
+        text.exceptions(std::ios_base::badbit);
+        const ExitStatus status = run->second({console.in, text, console.error, colour_ == "always",
+                                               console.errorIsTerminal, false, console.progress});
+        output.Write(text.str());
+        return status;
     }
 
 private:
@@ -64,6 +81,23 @@ private:
     App* Add(const std::string& name, const std::string& description, RunFunction run) {
         runs_.emplace_back(add_subcommand(name, description), std::move(run));
         return runs_.back().first;
+    }
+
+    static void AddFiles(App* app, Inputs& inputs) {
+        app->add_flag("-r,--recursive", inputs.recursive,
+                      "Goes through folders, for all definition files in them");
+        app->add_option("FILE", inputs.paths, "Definition files, - for the standard input; folders")
+            ->required();
+    }
+    void AddColour(App* app) {
+        app->add_option("--color", colour_, "auto (on a terminal, without NO_COLOR), always or never")
+            ->type_name("WHEN")
+            ->check(CLI::IsMember({"auto", "always", "never"}));
+    }
+    void AddOutput(App* app) {
+        app->add_option("-o,--output", out_,
+                        "Where to print, - for the standard output; replaced once all is there")
+            ->type_name("OUT");
     }
 
     void AddShow() {
@@ -88,7 +122,9 @@ private:
             ->needs(drawing)
             ->excludes(json)
             ->excludes(hex);
-        app->add_option("FILE", show_.file, "The file")->required();
+        AddColour(app);
+        AddOutput(app);
+        AddFiles(app, show_.files);
     }
 
     void AddList() {
@@ -99,7 +135,9 @@ private:
         auto* csv = app->add_flag("--csv", list_.csv,
                                   "For spreadsheets: all fields, with commas between them, as UTF-8");
         app->add_flag("--tsv", list_.tsv, "The same with tabs")->excludes(csv);
-        app->add_option("FILE", list_.files, "Definition files")->required();
+        AddColour(app);
+        AddOutput(app);
+        AddFiles(app, list_.files);
     }
 
     void AddGet() {
@@ -111,6 +149,7 @@ private:
         app->add_flag("--all", get_.all, kAll);
         app->add_option("FILE", get_.file, kFile)->required();
         app->add_option("PATH", get_.paths, "Which values")->required();
+        AddOutput(app);
     }
 
     void AddSet() {
@@ -166,8 +205,10 @@ private:
                        "all is written and read back. Fields that the JSON leaves out are as in a new file.",
                        [this](const Console& console) { return build_.Run(console); });
         app->add_flag("--force", build_.force, "Replaces OUT even where it is read-only");
-        app->add_option("JSON", build_.json, "The JSON text")->required();
-        app->add_option("OUT", build_.out, "The definition file to write")->required();
+        app->add_option("JSON", build_.json, "The JSON text, - for the standard input")->required();
+        app->add_option("OUT,-o,--output", build_.out,
+                        "The definition file to write, also behind -o; - for the standard output")
+            ->required();
     }
 
     void AddCheck() {
@@ -176,7 +217,8 @@ private:
                 "Says what is wrong with each file: offset, field and fault, a line each. What readers cope "
                 "with, as old characters behind a text, is a note.",
                 [this](const Console& console) { return check_.Run(console); });
-        app->add_option("FILE", check_.files, "Definition files")->required();
+        AddOutput(app);
+        AddFiles(app, check_.files);
     }
 
     void AddConvert() {
@@ -191,14 +233,19 @@ private:
             ->check(CLI::Range(SketchFile::kOldestSavedVersion, SketchFile::kNewestVersion));
         app->add_flag("--salvage", convert_.salvage,
                       "Takes what can be read of a damaged file, says what is left behind and ends with 1");
-        app->add_option("FILE", convert_.file, kFile)->required();
-        app->add_option("OUT", convert_.out, "The definition file to write")->required();
+        app->add_option(
+               "-o,--output", convert_.out,
+               "The definition file to write, or the folder for many; without it the last FILE is OUT")
+            ->type_name("OUT");
+        AddFiles(app, convert_.files);
     }
 
     static constexpr char kFile[] = "The definition file, - for the standard input";
     static constexpr char kAll[] = "All definitions that a code stands for, where it stands more than once";
 
     std::vector<std::pair<App*, RunFunction>> runs_;
+    std::string out_;
+    std::string colour_ = "auto";
     ShowCommand show_;
     ListCommand list_;
     GetCommand get_;
@@ -223,7 +270,10 @@ int Complain(const Console& console, const std::string& message, ExitStatus stat
 
 }  // namespace
 
-int RunCommandLine(std::vector<std::string> arguments, const Console& console) {
+int RunCommandLine(std::vector<std::string> arguments, const Console& given) {
+    Progress progress(given.error, given.errorIsTerminal);
+    Console console = given;
+    console.progress = &progress;
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     try {
         Commands commands;

@@ -5,7 +5,8 @@
 
 namespace zel {
 
-void Console::Print(std::ostream& stream, std::string line) {
+void Console::Print(std::ostream& stream, std::string line) const {
+    if (progress) progress->Wipe();
     line += '\n';
     stream.flush();
     stream.write(line.data(), static_cast<std::streamsize>(line.size()));

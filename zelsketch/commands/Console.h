@@ -4,6 +4,8 @@
 #include <ostream>
 #include <string>
 
+#include "Progress.h"
+
 namespace zel {
 
 // What a command talks to.
@@ -11,15 +13,19 @@ struct Console {
     std::istream& in;
     std::ostream& out;
     std::ostream& error;
-    bool hasColour = false;  // out is a terminal whose user has not said NO_COLOR
+    bool hasColour = false;  // out shows colours, and its user has not said NO_COLOR
     bool errorIsTerminal = false;
+    bool outIsTerminal = false;
+    Progress* progress = nullptr;
 
     // One line in one piece, so that those of programs that run side by side do not mix.
-    static void Print(std::ostream& stream, std::string line);
+    void Print(std::ostream& stream, std::string line) const;
     // "zelsketch: " and the message, whatever stands in a path or a JSON text.
     void Complain(const std::string& message) const;
     // Throws Failure (kUnusable) unless all that was printed has arrived.
     void ExpectPrinted() const;
+    // Where the output itself is on the terminal, it shows how far the work has come.
+    Progress* ProgressBesideOutput() const { return outIsTerminal ? nullptr : progress; }
 };
 
 }  // namespace zel

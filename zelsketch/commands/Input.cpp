@@ -20,7 +20,7 @@ Output::Output(const Console& console, const std::string& path, Overwrite overwr
 }
 
 void Output::Report(const std::string& line) const {
-    Console::Print(path_ == kStandard ? console_.error : console_.out, line);
+    console_.Print(path_ == kStandard ? console_.error : console_.out, line);
 }
 
 void Output::Write(const std::string& bytes) const {

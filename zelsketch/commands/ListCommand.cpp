@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "zel/files/Files.h"
+#include "Input.h"
 #include "zel/print/ListPrinter.h"
 #include "zel/survey/Surveyor.h"
 #include "zel/text/Text.h"
@@ -13,8 +13,8 @@ namespace {
 using Form = ListPrinter::Form;
 
 // A file that is cut short is listed as far as it goes, but not silently.
-void ListFile(const std::string& path, ListPrinter& printer) {
-    const std::string bytes = ReadFile(path);
+void ListFile(const Console& console, const std::string& path, ListPrinter& printer) {
+    const std::string bytes = ReadInput(console, path);
     printer.SetFile(Shown(path));
     Surveyor::Survey(bytes, printer);
     printer.Flush();
@@ -27,21 +27,17 @@ void ListFile(const std::string& path, ListPrinter& printer) {
 
 ExitStatus ListCommand::Run(const Console& console) const {
     const Form form = csv ? Form::kCommas : tsv ? Form::kTabs : Form::kPage;
+    const std::vector<Inputs::File> all = files.Files(console);
     std::size_t width = 0;
-    if (files.size() > 1)
-        for (const std::string& file : files) width = std::max(width, Shown(file).size());
+    if (all.size() > 1)
+        for (const Inputs::File& file : all) width = std::max(width, Shown(file.path).size());
     ListPrinter printer(console.out, form, width, console.hasColour ? Palette::Coloured() : Palette());
-    ExitStatus worst = kSound;
-    for (const std::string& file : files) {
-        try {
-            ListFile(file, printer);
-        } catch (const Failure& failure) {
-            console.Complain(failure.what());
-            worst = std::max(worst, failure.status());
-        }
-    }
+    const ExitStatus status = Inputs::ForEach(console, all, [&](const Inputs::File& file) {
+        ListFile(console, file.path, printer);
+        return kSound;
+    });
     printer.Flush();
-    return worst;
+    return status;
 }
 
 }  // namespace zel

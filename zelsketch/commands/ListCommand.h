@@ -1,16 +1,14 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "Console.h"
+#include "Inputs.h"
 #include "zel/text/Failure.h"
 
 namespace zel {
 
 // zelsketch list: the definitions of all files in one table. Gives the worst status of all files.
 struct ListCommand {
-    std::vector<std::string> files;
+    Inputs files;
     bool csv = false;
     bool tsv = false;
 

@@ -71,7 +71,7 @@ void PrintEntry(std::ostream& out, const std::string& term, const std::string& m
 }
 
 std::string Term(const CLI::Option& option) {
-    const std::string name = option.get_name(option.get_positional(), true);
+    const std::string name = option.get_name(option.get_positional(), !option.get_positional());
     const std::string type = option.get_type_name();  // "N:INT in [1 - 5]"
     return option.get_positional() || type.empty() ? name : name + " " + type.substr(0, type.find(':'));
 }
@@ -140,6 +140,14 @@ std::vector<const CLI::App*> CommandsOf(const CLI::App& app) {
     return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
 }
 
+// The options of a command, as one types them.
+std::string OptionWords(const CLI::App& app) {
+    std::string words;
+    for (const CLI::Option* option : app.get_options())
+        for (const std::string& name : option->get_lnames()) words += (words.empty() ? "--" : " --") + name;
+    return words;
+}
+
 }  // namespace
 
 std::string HelpOf(const CLI::App& app) {
@@ -187,6 +195,27 @@ void PrintManual(const CLI::App& app, std::ostream& out) {
     PrintEntries(out, "JSON", kJson);
     PrintEntries(out, "EXIT STATUS", kStatuses);
     PrintEntries(out, "EXAMPLES", kExamples);
+}
+
+void PrintCompletion(const CLI::App& app, std::ostream& out) {
+    std::string names, cases;
+    for (const CLI::App* command : CommandsOf(app)) {
+        names += command->get_name() + ' ';
+        cases += "        " + command->get_name() + ") words='" + OptionWords(*command) + "' ;;\n";
+    }
+    const std::string& program = app.get_name();
+    const std::string function = '_' + program;
+    out << function << "() {\n"
+        << "    local word=${COMP_WORDS[COMP_CWORD]} words=\n"
+        << "    COMPREPLY=()\n"
+        << "    case ${COMP_WORDS[1]} in\n"
+        << cases << "    esac\n"
+        << "    [ \"$COMP_CWORD\" -gt 1 ] || words='" << names << OptionWords(app) << "'\n"
+        << "    if [ \"$COMP_CWORD\" -eq 1 ] || [ \"${word#-}\" != \"$word\" ]; then\n"
+        << "        mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$word\")\n"
+        << "    fi\n"
+        << "}\n"
+        << "complete -o bashdefault -o default -F " << function << ' ' << program << '\n';
 }
 
 }  // namespace zel

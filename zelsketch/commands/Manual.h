@@ -13,4 +13,7 @@ std::string HelpOf(const CLI::App& app);
 // The manual page of the command line that `app` describes, in the words of its help.
 void PrintManual(const CLI::App& app, std::ostream& out);
 
+// A script for bash that completes its commands and options, and file names behind them.
+void PrintCompletion(const CLI::App& app, std::ostream& out);
+
 }  // namespace zel

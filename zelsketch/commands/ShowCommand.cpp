@@ -12,33 +12,47 @@
 namespace zel {
 
 ExitStatus ShowCommand::Run(const Console& console) const {
-    const std::string bytes = ReadInput(console, file);
-    const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
-    if (json) {
-        JsonWriter writer(console.out, drawing ? nullptr : JsonWriter::kFileSchema);
-        Survey(bytes, writer);
-        writer.Finish();
-    } else if (svg) {
-        SvgPrinter printer(console.out);
-        Survey(bytes, printer);
-        printer.Finish();
-    } else if (hex) {
-        HexPrinter printer(console.out, palette);
-        Survey(bytes, printer);
-    } else {
-        PagePrinter printer(console.out, palette);
-        Survey(bytes, printer);
-        printer.Finish();
-    }
-    return kSound;
+    bool isFirst = true;
+    const bool isPage = !json && !svg;
+    return Inputs::ForEach(console, files.Files(console), [&](const Inputs::File& file) {
+        if (isPage && (files.paths.size() > 1 || files.recursive))
+            console.out << (isFirst ? "" : "\n") << "==> " << Shown(file.path) << " <==\n";
+        isFirst = false;
+        Show(console, file.path);
+        return kSound;
+    });
 }
 
-void ShowCommand::Survey(std::string_view bytes, FieldVisitor& visitor) const {
-    if (!drawing) return Surveyor::Survey(bytes, visitor);
+void ShowCommand::Show(const Console& console, const std::string& file) const {
+    const std::string bytes = ReadInput(console, file);
     if (at > bytes.size())
         throw Failure(kUnusable, file + " has no byte " + std::to_string(at) + ": it ends after " +
                                      Counted(bytes.size(), "byte"));
-    Surveyor::SurveyDrawing(bytes.substr(at), *drawing, visitor, at);
+    const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
+    if (json) {
+        JsonWriter writer(console.out, drawing ? nullptr : JsonWriter::kFileSchema);
+        Survey(console, bytes, writer);
+        writer.Finish();
+    } else if (svg) {
+        SvgPrinter printer(console.out);
+        Survey(console, bytes, printer);
+        printer.Finish();
+    } else if (hex) {
+        HexPrinter printer(console.out, palette);
+        Survey(console, bytes, printer);
+    } else {
+        PagePrinter printer(console.out, palette);
+        Survey(console, bytes, printer);
+        printer.Finish();
+    }
+}
+
+void ShowCommand::Survey(const Console& console, std::string_view bytes, FieldVisitor& visitor) const {
+    Progress* const progress = console.ProgressBesideOutput();
+    WatchedVisitor watched(visitor, progress, bytes.size());
+    FieldVisitor& target = progress ? watched : visitor;
+    if (!drawing) return Surveyor::Survey(bytes, target);
+    Surveyor::SurveyDrawing(bytes.substr(at), *drawing, target, at);
 }
 
 }  // namespace zel

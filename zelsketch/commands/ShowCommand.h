@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Console.h"
+#include "Inputs.h"
 #include "zel/survey/Field.h"
 #include "zel/text/Failure.h"
 
@@ -12,7 +14,7 @@ namespace zel {
 
 // zelsketch show: what is in a definition file or a drawing, as a page, as JSON or byte by byte.
 struct ShowCommand {
-    std::string file;
+    Inputs files;
     bool json = false;
     bool hex = false;
     bool svg = false;
@@ -22,7 +24,8 @@ struct ShowCommand {
     ExitStatus Run(const Console& console) const;
 
 private:
-    void Survey(std::string_view bytes, FieldVisitor& visitor) const;
+    void Show(const Console& console, const std::string& file) const;
+    void Survey(const Console& console, std::string_view bytes, FieldVisitor& visitor) const;
 };
 
 }  // namespace zel

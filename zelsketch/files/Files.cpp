@@ -170,6 +170,21 @@ void ReplaceFile(const std::string& path, const std::string& old, const std::str
     beside.BecomeTarget(overwrite);
 }
 
+bool IsFolder(const std::string& path) {
+    std::error_code ignored;
+    return fs::is_directory(fs::u8path(path), ignored);
+}
+
+std::string PathIn(const std::string& folder, const std::string& below) {
+    return (fs::u8path(folder) / fs::u8path(below)).u8string();
+}
+
+void MakeFolderOf(const std::string& path) {
+    std::error_code error;
+    fs::create_directories(fs::u8path(path).parent_path(), error);
+    if (error) Fail("cannot write", path, error.default_error_condition().value());
+}
+
 std::string BehindLinks(const std::string& path) {
     std::error_code error;
     if (!fs::is_symlink(fs::u8path(path), error)) return path;

@@ -32,6 +32,10 @@ void WriteFile(const std::string& path, const std::string& bytes, Overwrite over
 void ReplaceFile(const std::string& path, const std::string& old, const std::string& bytes,
                  Overwrite overwrite, bool keepsBackup);
 
+bool IsFolder(const std::string& path);
+std::string PathIn(const std::string& folder, const std::string& below);
+// Makes the folders that lead to a file.
+void MakeFolderOf(const std::string& path);
 // The file that a symbolic link leads to in the end; any other path as it is.
 std::string BehindLinks(const std::string& path);
 // Whether both are one file, whatever their names.
