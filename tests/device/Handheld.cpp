@@ -74,6 +74,13 @@ Word Handheld::Import(const std::string& from, const std::string& name) {
     return addresses_[name] = machine.Expose(name, function);
 }
 
+bool Handheld::HoldsLock() const {
+    for (const auto& [place, section] : sections_) {
+        if (section.depth > 0) return true;
+    }
+    return false;
+}
+
 Word Handheld::Fail(Word error) {
     lastErrors_[machine.thread] = error;
     return 0;

@@ -97,6 +97,9 @@ public:
     std::map<std::u16string, std::string> files;
     // Bytes that can still be written; negative: any number.
     long diskLeft = -1;
+    Word Export(const std::string& name) const { return image_->Export(name); }
+    // Whether any lock is held.
+    bool HoldsLock() const;
     // What was drawn, one call a line.
     std::string drawn;
     // Functions of ole32 that this size of COM has; called by what they are found with.
