@@ -36,7 +36,7 @@ check-format:
 	@scripts/test native
 
 bench:
-	@scripts/setup native windows bench
+	@scripts/setup native windows device bench
 	@scripts/bench
 
 fuzz:

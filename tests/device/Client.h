@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 #include "Handheld.h"
@@ -19,7 +17,8 @@ inline const std::string& GuidOf(const Handheld& handheld, const std::string& na
 // A new object of a class, by the interface of its name.
 inline Word NewObject(Handheld& handheld, const std::string& name) {
     Word object = 0;
-    EXPECT_EQ(handheld.Create(GuidOf(handheld, name), GuidOf(handheld, "I" + name), object), kOk);
+    if (handheld.Create(GuidOf(handheld, name), GuidOf(handheld, "I" + name), object) != kOk)
+        throw Fault("no new " + name);
     return object;
 }
 

@@ -3,6 +3,8 @@
 #include <iterator>
 #include <sstream>
 
+#include <gtest/gtest.h>
+
 #include "Client.h"
 #include "format/HexDump.h"
 
