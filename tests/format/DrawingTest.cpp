@@ -137,8 +137,13 @@ TEST(AreaRecord, OfANumberThatIsCutTheByteThatCameCounts) {
     EXPECT_EQ(read(6, "19").AreaCode.text, "SITE");
     EXPECT_EQ(read(10, "06 00 01 00*40 05").LinkIndex, 0xff05);
     EXPECT_EQ(*read(22, "06 00 06 00 00*50 06 00 06 00 07").MemberIndices.begin(), 7u);
+    StyleAttributeRecord style;
+    ReadFrom(style, Hex("05 'ab'"));
+    EXPECT_EQ(style.GroupName.Text(), "ab");
     LongString text;
     text.text = "old";
+    EXPECT_EQ(ReadFrom(text, Hex("00 80 'x'")), 1u) << "a negative count is none";
+    EXPECT_EQ(text.text, "old");
     ReadFrom(text, "\3");
     EXPECT_EQ(text.text, "");
 }

@@ -24,6 +24,7 @@ TEST(StyleReference, IsAKeywordOrANameAndInGroupsMayBeNothing) {
     expect("00 07 'BYLAYER'", "FF", "00 07 'BYLAYER'", "FF");
     expect("00 07 'BYBLOCK'", "FE", "00 07 'BYBLOCK'", "FE");
     expect("00 02 'S1'", "FD", "00 03 'S1' 00", "FD");
+    expect("00 00", "00 00", "00 00", "00 03 'old'");
     expect("01 01 'x'", "00 01 'x'", "01", "00 03 'old'");
     expect("FC 01 'x'", "00 01 'x'", "FC", "00 03 'old'");
     expect("00 FF 61*255", "00 1F 61*31", "00 FF 61*255", "00 23 61*35");

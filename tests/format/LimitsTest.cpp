@@ -160,6 +160,10 @@ TEST(AnyStream, AFullOneIsLeftBadWithWhatItTook) {
         EXPECT_EQ(file.Write(stream).bad(), room < bytes.size());
         EXPECT_TRUE(SameBytes(bytes.substr(0, room), buffer.Bytes()));
     }
+    std::ostringstream failed;
+    failed.setstate(std::ios_base::failbit);
+    file.Write(failed);
+    EXPECT_EQ(failed.str(), "");
     std::istream nothing(nullptr);
     EXPECT_TRUE(file.Read(nothing).bad());
 }

@@ -75,6 +75,11 @@ TEST(Lists, APlaceholderListStopsAtDamage) {
     std::istringstream stream(Hex("01 01 00"));
     list.Read(stream);
     EXPECT_TRUE(stream.fail() && !stream.eof() && list.empty());
+    // Of its elements nothing is copied.
+    PlaceholderRecordList other;
+    list.Resize(2), other.Resize(1);
+    other = list;
+    EXPECT_EQ(other.size() + PlaceholderRecordList(list).size(), 0u);
 }
 
 TEST(Lists, MarkerListsStopOnAStreamThatFailedBeforeItsEnd) {
@@ -87,7 +92,11 @@ TEST(Lists, MarkerListsStopOnAStreamThatFailedBeforeItsEnd) {
     EXPECT_EQ(list.size(), 1u);
 }
 
-TEST(Lists, TooManyElementsAreALengthError) {
+TEST(Lists, LoseTheirLastElementsAndTooManyAreALengthError) {
+    ValueList list;
+    ReadFrom(list, Hex("01 05 00 00 00 06 00 00 00 00"));
+    list.Resize(1);
+    EXPECT_THAT(list.Elements(), testing::ElementsAre(5));
     const auto resize = [] { ValueList().Resize(SIZE_MAX); };
     EXPECT_THAT(resize, testing::ThrowsMessage<std::length_error>("list<T> too long"));
 }

@@ -49,7 +49,15 @@ TEST(FileHeader, SectionsFollowFlagsAndTheKindOfFile) {
     header.image.Type = 5;
     header.SetVersion(0x1234505);
     EXPECT_TRUE(SameBytes(Hex("07 'TRN4WIN' 00*3 40 00*4 05 05 00*36"), Written(header))) << "adds no flags";
-    EXPECT_EQ(FileHeader(header).GetVersion(), 0x1234505);
+    // A copy is normalized, and so is what is written.
+    header.image.Signature = {1, {'A', 'B'}};
+    FileHeader assigned;
+    assigned = header;
+    for (const FileHeader& copy : {FileHeader(header), assigned}) {
+        EXPECT_EQ(copy.GetVersion(), 0x1234505);
+        EXPECT_EQ(copy.image.Signature.characters[1], '\0');
+    }
+    EXPECT_TRUE(SameBytes(Hex("01 'A' 00"), Written(header).substr(0, 3)));
 }
 
 TEST(FileHeader, TicksOfDaysAndSeconds) {
@@ -58,7 +66,7 @@ TEST(FileHeader, TicksOfDaysAndSeconds) {
     EXPECT_EQ(FileHeader::FileTimeToDateTime(-1).day, 365);
     EXPECT_EQ(FileHeader::FileTimeToDateTime(-1).seconds, 86399);
     for (const auto& [day, expected] :
-         {std::pair{-1, 0}, {0, 16010101}, {36218, 17000301}, {146096, 20001231}}) {
+         {std::pair{-1, 0}, {0, 16010101}, {31, 16010201}, {36218, 17000301}, {146096, 20001231}}) {
         const CalendarDate date = CalendarDateOf(day * 864000000000);
         EXPECT_EQ(date.year * 10000 + date.month * 100 + date.day, expected);
     }
@@ -80,12 +88,27 @@ TEST(DefinitionRecord, FieldsArePresentFromTheirVersionAndTextsEnd) {
     EXPECT_TRUE(SameBytes(Hex("06 03 'x'*259 00*109 00 06 00 01 00"), Written(record)));
 }
 
+TEST(CountedText, PutCutsAndKeepsWhatStandsBehind) {
+    CountedText<21> field;
+    const auto expectBytes = [&field](std::string_view text, const char* bytes) {
+        std::memset(&field, 0xEE, sizeof field);
+        field.Put(text);
+        EXPECT_TRUE(SameBytes(Hex(bytes), {reinterpret_cast<const char*>(&field), sizeof field}));
+    };
+    expectBytes("abc", "03 'abc' 00 EE*15 00");
+    expectBytes({"a\0b", 3}, "01 'a' 00 EE*17 00");
+    expectBytes("abcdefghijklmnopqrstuvw", "13 'abcdefghijklmnopqrs' 00");
+    field.count = 200;
+    EXPECT_EQ(field.Text(), "abcdefghijklmnopqrs");
+}
+
 TEST(DefinitionRecord, AMemberCanReplaceItsOwnerAndIsNormalized) {
     DefinitionRecord record;
     record.Members.Append().block.AreaName = {1, {'x', 'x'}};
     record.Members.Elements().front().Members.Append().AreaCode.text = "B";
     record = record.Members.Elements().front();
     EXPECT_EQ(record.block.AreaName.characters[1], '\0');
+    record.block.AreaName.characters[1] = 'x';
     EXPECT_TRUE(SameBytes(Hex("06 00 00*9 01 'x' 00*98 01 06 01 'B' 00*109 01 00 00"), Written(record)));
 }
 
@@ -117,6 +140,7 @@ TEST(SketchFile, HasWhatItsVersionHasAndCopiesAllButFileFlags) {
         EXPECT_EQ(ReadFrom(back, bytes + "rest"), 4u) << v;
         EXPECT_EQ(back.definitions.GetVersion(), v);
         back.FileFlags = 7;
+        back.DefinitionType = 7;
         back = SketchFile(file);
         EXPECT_EQ(back.FileFlags, 7u) << v;
         back.FileFlags = 0x403;
