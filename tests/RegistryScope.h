@@ -41,8 +41,11 @@ private:
              !RegEnumValueW(key, i, name, &length, nullptr, &type, reinterpret_cast<BYTE*>(text), &size);
              ++i, length = 256, size = sizeof text) {
             const DWORD number = text[0] | DWORD{text[1]} << 16;
+            const std::size_t end = size / sizeof *text - 1;
+            const std::wstring kept =
+                text[end] == L'\0' ? std::wstring(text, end) : L"a text without its NUL";
             tree += indent + (*name ? name : L"@") + L"=" +
-                    (type == REG_SZ ? text : std::to_wstring(number)) + L"\n";
+                    (type == REG_SZ ? kept : std::to_wstring(number)) + L"\n";
         }
         for (DWORD i = 0; !RegEnumKeyW(key, i, name, 256); ++i) {
             HKEY below = nullptr;

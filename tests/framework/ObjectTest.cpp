@@ -52,6 +52,7 @@ TEST(EnumVariant, GivesWhatIsLeftAndSaysWhenThatIsLess) {
     EXPECT_EQ(walk->Next(1, items, nullptr), S_FALSE);
     EXPECT_EQ(walk->Next(2, items, nullptr), E_POINTER);
     EXPECT_EQ(walk->Next(1, nullptr, &fetched), E_POINTER);
+    EXPECT_EQ(fetched, 0u);
     EXPECT_EQ(walk->Clone(nullptr), E_POINTER);
 }
 

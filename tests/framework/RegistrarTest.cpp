@@ -11,7 +11,7 @@ namespace {
 
 constexpr wchar_t kModule[] = L"C:\\it's \u00FC b\u0142ank\\m.dll";
 constexpr wchar_t kScript[] =
-    L"HKCR { Plain = s 'it''s {' { val 'a b' = d 0xFFFFFFFF  val n = d 10 } "
+    L"HKCR\t{ NoRemove Lone\r\nPlain = s 'it''s {' { val 'a b' = d 0xFFFFFFFF  val n = d 10 } "
     L"NoRemove Kept { ForceRemove {X} = s '%MODULE%, 1' { 'NoRemove' = s '' { val p = s 100%% } } } }";
 
 constexpr char kTree[] = R"(Kept
@@ -23,6 +23,7 @@ constexpr char kTree[] = R"(Kept
         NoRemove
             @=
             p=100%
+Lone
 Plain
     @=it's {
     a b=4294967295
@@ -31,15 +32,22 @@ Plain
     Other
 )";
 
+DWORD HandleCount() {
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return count;
+}
+
 class RegistrarTest : public testing::Test {
 protected:
     RegistryScope registry_;
 };
 
 TEST_F(RegistrarTest, WritesWhatTheScriptSaysAndTakesOutThatAlone) {
-    const wchar_t others[] = L"HKCR { Plain { val o = s 1 Other } Kept { val o = s 1 Other { {X} } } }";
+    const wchar_t others[] = L"HKCR { Plain { val o = s 1 Other } Kept { val o = s 1 Other { {X} } } Lone }";
     ASSERT_EQ(Registrar::Register(others, L""), S_OK);
     const std::string before = registry_.Tree();
+    const DWORD handles = HandleCount();
     for (int i = 0; i < 2; ++i) {
         ASSERT_EQ(Registrar::Register(L"HKCR { Kept { {X} { Old { A { B } } } } }", L""), S_OK);
         EXPECT_EQ(Registrar::Register(kScript, kModule), S_OK);
@@ -49,6 +57,14 @@ TEST_F(RegistrarTest, WritesWhatTheScriptSaysAndTakesOutThatAlone) {
         EXPECT_EQ(Registrar::Unregister(kScript, kModule), S_OK);
         EXPECT_EQ(registry_.Tree(), before);
     }
+    EXPECT_EQ(HandleCount(), handles);
+}
+
+TEST_F(RegistrarTest, StopsWhereAKeyIsRefused) {
+    registry_.Block(L"Blocked");
+    EXPECT_EQ(Registrar::Register(L"HKCR { Blocked { Below } D }", L""),
+              HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+    EXPECT_EQ(registry_.Tree(), "Blocked\n");
 }
 
 TEST_F(RegistrarTest, RefusesAMalformedScriptWhole) {
@@ -61,7 +77,8 @@ TEST_F(RegistrarTest, RefusesAMalformedScriptWhole) {
         A = d 4294967296; ''; A = s 'b; A = s %b%; A = s %; A {; NoRemove)");
     for (std::wstring body; std::getline(bodies, body, L';');) scripts.push_back(L"HKCR { B " + body + L" }");
     for (const std::wstring& script : scripts) {
-        EXPECT_EQ(Registrar::Register(script, L""), HRESULT_FROM_WIN32(ERROR_INVALID_DATA)) << ToUtf8(script);
+        EXPECT_EQ(Registrar::Register(script, kModule), HRESULT_FROM_WIN32(ERROR_INVALID_DATA))
+            << ToUtf8(script);
         EXPECT_EQ(registry_.Tree(), "");
     }
 }

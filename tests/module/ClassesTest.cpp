@@ -27,6 +27,7 @@ TEST_F(FactoryTest, KeepsTheModuleByItsObjectsAndByLockServerAlone) {
     EXPECT_EQ(server_.CanUnloadNow(), S_FALSE);
     object_.Reset();
     EXPECT_EQ(server_.CanUnloadNow(), S_OK);
+    EXPECT_TRUE(factory_.As<IUnknown>());
     EXPECT_EQ(factory_->LockServer(TRUE), S_OK);
     EXPECT_EQ(server_.CanUnloadNow(), S_FALSE);
     EXPECT_EQ(factory_->LockServer(FALSE), S_OK);
@@ -133,6 +134,7 @@ TEST_F(ActivationTest, UnloadsAfterTheLastObjectAThousandTimesWithMemoryFlat) {
     for (int i = 0; i < 100; ++i) ASSERT_TRUE(cycle());
     const SIZE_T before = MemoryInUse();
     for (int i = 0; i < 1000; ++i) ASSERT_TRUE(cycle()) << i;
+    EXPECT_NE(TlsAlloc(), TLS_OUT_OF_INDEXES) << "what a thread slot leaks at every turn uses up all";
     // A few pages may come and go; what leaks at every turn adds up to more.
     EXPECT_LT(MemoryInUse(), before + 128 * 1024);
     DeleteFileW(file);
