@@ -42,8 +42,8 @@ SKETCH = Struct("header" / Bytes(107), "DefinitionType" / Byte, "FileFlags" / In
 
 def definition(code, multiplier, name, members):
     text = bytes([len(name)]) + name
-    return (b"\6" + bytes([len(code)]) + code + struct.pack("<dB", multiplier, 0) + text.ljust(21, b"\0") + bytes(21 + 16)
-            + b"\5SOLID".ljust(33, b"\0") + bytes(6 + 3 + 1) + b"\6\3GAR" + b"\1" + members + b"\0")
+    return (b"\6" + bytes([len(code)]) + code + struct.pack("<dB", multiplier, 0) + text.ljust(21, b"\0")
+            + bytes(21 + 16) + b"\5SOLID".ljust(33, b"\0") + bytes(6 + 3 + 1) + b"\6\3GAR" + b"\1" + members + b"\0")
 
 
 def make(count, path):
@@ -105,7 +105,8 @@ def measure_large(zelsketch):
 def measure_small(zelsketch):
     make(SMALL, "small")
     run([zelsketch, "show", "--json", "small"], "small.json")
-    mine = {job: quickest(command(zelsketch, arguments, "small", SMALL), 5, "small.out")[0] for job, arguments, _, _ in JOBS}
+    mine = {job: quickest(command(zelsketch, arguments, "small", SMALL), 5, "small.out")[0]
+            for job, arguments, _, _ in JOBS}
     print(f"\n{'a hundredth of it':24}{'zelsketch':>10}{'other':>10}{'ratio':>8}")
 
     def row(job, what, seconds):

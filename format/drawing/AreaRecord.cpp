@@ -44,7 +44,7 @@ constexpr FieldForm FormOf(const FixedCode&) { return {FieldKind::kCode}; }
 template <class Archive>
 void PassNumber(Archive& archive, std::string& code) {
     std::uint16_t number = Archive::kReads ? std::uint16_t{0} : AreaCodeTable::NumberOf(code);
-    archive.Value(number, "AreaCode");
+    archive.Value(number, "AreaCodeNumber");
     if (!Archive::kReads) return;
     const std::string_view found = AreaCodeTable::CodeOf(number);
     if (!found.empty()) code = found;
@@ -67,7 +67,7 @@ void PassFixed(Archive& archive, std::string& code) {
 template <class Archive>
 void PassFirst(Archive& archive, ValueList& indices) {
     auto first = static_cast<std::uint16_t>(Archive::kReads || indices.empty() ? 0 : *indices.begin());
-    archive.Value(first, "MemberIndices");
+    archive.Value(first, "FirstMemberIndex");
     if (Archive::kReads) indices.Append() = first;
 }
 

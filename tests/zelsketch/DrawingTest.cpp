@@ -100,7 +100,7 @@ TEST_F(ToolTest, ShowsADrawingInsideAFile) {
     const auto areBlanks = [](char a, char b) { return a == ' ' && b == ' '; };
     page.erase(std::unique(page.begin(), page.end(), areBlanks), page.end());
     for (const std::string expected :
-         {"Areas[0]\n AreaCode 25 \"SITE\"\n", " AuxValue1 -2\n", "Styles[0].Members[6].Entities[5]\n",
+         {"Areas[0]\n AreaCodeNumber 25 \"SITE\"\n", " AuxValue1 -2\n", "Styles[0].Members[6].Entities[5]\n",
           " Text \"Room\"\n", "Styles[0].Members[6], continued\n OrderIndex 3\n",
           "Drawing\n DrawingExtent 0, 0, 0\n", "Entities[4]\n EntityKind 4\n", " AnchorB 104, 0\n",
           " PrimaryStyle \"BYLAYER\"\n", "TypedStyles[0]\n TypeCode 9\n GroupName \"\"\n Constant 06 01\n",

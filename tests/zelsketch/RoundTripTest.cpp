@@ -18,7 +18,7 @@ namespace {
 
 std::string ThereAndBack(const std::string& file) {
     std::ostringstream json;
-    JsonWriter writer(json, JsonWriter::kFileSchema);
+    JsonWriter writer(json);
     Surveyor::Survey(file, writer);
     writer.Finish();
     return Assembler::Assemble(json.str());

@@ -1,21 +1,19 @@
-"""Holds what zelsketch writes and takes as JSON against the schema that ships.
+"""Holds what zelsketch writes and takes as JSON against the schemas that ship.
 
-Usage: schema_test.py ZELSKETCH SCHEMA
+Usage: schema_test.py ZELSKETCH DOCS
 """
 import json
 import os
 import random
+import struct
 import subprocess
 import sys
 import tempfile
 
 from jsonschema import Draft202012Validator
 
-ZELSKETCH, SCHEMA = map(os.path.abspath, sys.argv[1:])
-with open(SCHEMA, encoding="utf-8") as file:
-    schema = json.load(file)
-Draft202012Validator.check_schema(schema)
-validator = Draft202012Validator(schema)
+ZELSKETCH, DOCS = map(os.path.abspath, sys.argv[1:])
+failures = []
 
 
 def properties(node):
@@ -46,10 +44,11 @@ def build(value):
         return status, file.read()
 
 
-def show(content):
+def show(content, options):
     with open("f", "wb") as out:
         out.write(content)
-    return json.loads(subprocess.run([ZELSKETCH, "show", "--json", "f"], stdout=subprocess.PIPE, check=True).stdout)
+    shown = subprocess.run([ZELSKETCH, "show", "--json", *options, "f"], stdout=subprocess.PIPE, check=True).stdout
+    return json.loads(shown)
 
 
 def odd_files():
@@ -63,7 +62,7 @@ def odd_files():
             header = bytearray(whole[:definition])
             header[version] = number
             header[flags + 1] = text & 1
-            yield bytes(header) + whole[definition:]
+            yield bytes(header) + whole[definition:], []
     # Every text and number full of ones.
     ones = bytearray(whole)
     ones[0:flags - 1] = b"\xff" * (flags - 1)
@@ -72,12 +71,39 @@ def odd_files():
     ones[definition + 3:definition + 112] = b"\xff" * 109
     ones[definition + 113] = 9
     ones[112] = ones[definition + 115] = 2
-    yield bytes(ones) + b"more"
+    yield bytes(ones) + b"more", []
     for _ in range(100):
         content = bytearray(whole[:chance.randrange(len(whole))])
         for _ in range(min(3, len(content))):
             content[chance.randrange(len(content))] = chance.choice(b"\0\1\6\x7f\x80\xff")
-        yield bytes(content)
+        yield bytes(content), []
+
+
+def odd_drawings():
+    """Each record cut short in front of its fields and behind them, which shows them all; and odd bytes."""
+    chance = random.Random(741)
+    empty = b"\1\0"
+    for version in (0, 2, 7, 8, 13, 15, 20, 22, 24, 26):
+        values = bytes((24 if version >= 2 else 0) + (12 if version >= 14 else 0) + (4 if version >= 15 else 0))
+        lists = 3 * empty + values
+
+        def entity(kind, rest):
+            return lists + b"\0\1\0" + struct.pack("<h", kind) + rest
+
+        contents = [
+            b"\1\1", b"\1" + 150 * b"\2", b"\3\7" + 300 * b"\xff",
+            empty + b"\2\2", empty + b"\1\2\6\0" + 200 * b"\xff",
+            2 * empty + b"\2\1" + 300 * b"\xff", 2 * empty + b"\1\1" + 30 * b"\1",
+            3 * empty, 3 * empty + 40 * b"\xff", lists + b"\1\2", lists + b"\0\0\0\0\1\0\x09\0",
+            entity(13, bytes(58) + b"\xff\xff" + bytes(18) + b"\1"),
+            entity(23, bytes(58) + b"\xff\xff\0" + bytes(40) + b"\1"),
+            entity(23, bytes(58) + b"\xff\xff\0" + bytes(40) + b"\0\1\0\x0c\0"),
+            entity(7, bytes(58) + b"\1\0\xff" + bytes(24) + b"\xff\xff"),
+        ]
+        for kind in (0, 1, 2, 3, 4, 7, 13, 14, 23, 35):
+            contents += [entity(kind, rest * bytes([chance.choice(b"\0\1\xff")])) for rest in (0, 58, 67, 400)]
+        for content in contents:
+            yield content, ["--drawing", str(version)]
 
 
 REFUSED = [
@@ -91,25 +117,35 @@ REFUSED = [
 ]
 
 
-def main():
-    failures = []
+def check_schema(name, samples):
+    """All that is shown follows the schema, which is named in it, and the schema knows nothing else."""
+    with open(os.path.join(DOCS, name), encoding="utf-8") as file:
+        schema = json.load(file)
+    Draft202012Validator.check_schema(schema)
+    validator = Draft202012Validator(schema)
     seen = set()
+    for content, options in samples:
+        shown = show(content, options)
+        seen.update(keys(shown))
+        failures.extend(f"{error.json_path}: {error.message}" for error in validator.iter_errors(shown))
+        if not shown["$schema"] == schema["$id"] == name:
+            failures.append(f"{name} is not named")
+    never = set(properties(schema)) - seen
+    if never:
+        failures.append(f"{name}: never written: {sorted(never)}")
+    return validator
+
+
+def main():
     with tempfile.TemporaryDirectory() as folder:
         os.chdir(folder)
         build({})
-        for content in odd_files():
-            shown = show(content)
-            seen.update(keys(shown))
-            failures += [f"{error.json_path}: {error.message}" for error in validator.iter_errors(shown)]
-            if shown["$schema"] != schema["$id"]:
-                failures.append("the schema is not named")
+        validator = check_schema("definition-file.schema.json", odd_files())
         for value in REFUSED:
             if validator.is_valid(value) or build(value)[0] != 1:
                 failures.append(f"not refused by both: {value}")
+        check_schema("drawing.schema.json", odd_drawings())
         os.chdir("/")
-    never = set(properties(schema)) - seen
-    if never:
-        failures.append(f"never written: {sorted(never)}")
     sys.exit("\n".join(failures[:20]) if failures else 0)
 
 

@@ -30,7 +30,7 @@ void ShowCommand::Show(const Console& console, const std::string& file) const {
                                      Counted(bytes.size(), "byte"));
     const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
     if (json) {
-        JsonWriter writer(console.out, drawing ? nullptr : JsonWriter::kFileSchema);
+        JsonWriter writer(console.out, drawing ? JsonWriter::kDrawingSchema : JsonWriter::kFileSchema);
         Survey(console, bytes, writer);
         writer.Finish();
     } else if (svg) {

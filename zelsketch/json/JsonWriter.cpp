@@ -10,7 +10,6 @@ namespace zel {
 
 JsonWriter::JsonWriter(std::ostream& out, const char* schema) : out_(out) {
     Open('{');
-    if (!schema) return;
     Key("$schema");
     String(schema);
 }
@@ -107,6 +106,10 @@ void JsonWriter::Text(const Field& field) {
     if (field.kind == FieldKind::kShort) {
         Key(field.name, "Tag");
         Number(field.Byte(0));
+    }
+    if (field.kind == FieldKind::kLong) {
+        Key(field.name, "Count");
+        buffer_ += std::to_string(static_cast<std::int16_t>(field.Byte(0) | field.Byte(1) << 8));
     }
     if (field.kind == FieldKind::kStyle) {
         Key(field.name, "Code");

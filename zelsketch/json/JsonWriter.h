@@ -21,11 +21,11 @@ namespace zel {
 // "LeftOver" holds bytes behind the file's end, "CutShort" says how many bytes were missing.
 class JsonWriter : public FieldVisitor {
 public:
-    // The schema of definition files.
     static constexpr char kFileSchema[] = "definition-file.schema.json";
+    static constexpr char kDrawingSchema[] = "drawing.schema.json";
 
-    // A schema's name stands first.
-    explicit JsonWriter(std::ostream& out, const char* schema = nullptr);
+    // The schema's name stands first.
+    explicit JsonWriter(std::ostream& out, const char* schema = kFileSchema);
 
     void OnField(const Field& field) override;
     void OnHeader() override;

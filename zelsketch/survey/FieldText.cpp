@@ -54,7 +54,7 @@ std::string NumbersText(const Field& field) {
         return text + "  " + DayText(field.Integer());
     if (field.name == "CreationTime" || field.name == "ModifiedTime")
         return text + "  " + SecondsText(field.Integer());
-    if (field.name == "AreaCode")
+    if (field.name == "AreaCodeNumber")
         return text + "  " + Quoted(AreaCodeTable::CodeOf(static_cast<std::uint16_t>(field.Bits())));
     return text;
 }
