@@ -26,10 +26,11 @@ device:
 	@scripts/build device
 
 dist:
-	@scripts/setup windows
+	@scripts/setup windows device
 	@scripts/build windows-x64 ZEL_BRU zelsketch
 	@scripts/build windows-x86 ZEL_BRU zelsketch
-	@scripts/dist build/dist x86-unicode windows
+	@scripts/build device
+	@scripts/dist build/dist x86-unicode windows handheld
 
 check-format:
 	@scripts/setup native

@@ -209,8 +209,9 @@ void Handheld::DefineFiles() {
 
 void Handheld::DefineModules() {
     Define("GetModuleFileNameW", [this] {
-        const std::u16string name = std::u16string(kFolder) + u"\\ZEL_BRU.dll";
-        if (A(0) != image_->Base() || A(2) <= name.size()) return Fail(122);
+        const std::u16string name =
+            std::u16string(kFolder) + (A(0) == 0 ? u"\\zelreg.exe" : u"\\ZEL_BRU.dll");
+        if ((A(0) != 0 && A(0) != image_->Base()) || A(2) <= name.size()) return Fail(122);
         machine.WriteWide(A(1), name);
         return static_cast<Word>(name.size());
     });
@@ -218,11 +219,22 @@ void Handheld::DefineModules() {
            [this] { return machine.Wide(A(0)) == u"ole32.dll" ? Word{0x42000000} : Fail(126); });
     Define("GetProcAddressW", [this] {
         const std::u16string wide = machine.Wide(A(1));
+        if (A(0) == image_->Base())
+            return image_->Exports(Utf8(wide)) ? image_->Export(Utf8(wide)) : Fail(127);
         const auto found = ole.find(Utf8(wide));
         if (found == ole.end()) return Fail(127);
         functions_[found->first] = found->second;
         return Import("ole32.dll", found->first);
     });
+    Define("LoadLibraryW", [this] {
+        return machine.Wide(A(0)) == std::u16string(kFolder) + u"\\ZEL_BRU.dll" ? image_->Base() : Fail(126);
+    });
+    Define("FreeLibrary", [] { return Word{1}; });
+    Define("MessageBoxW", [this] {
+        shown += Utf8(machine.Wide(A(1))) + "\n";
+        return Word{1};
+    });
+    Define("ExitThread", [this]() -> Word { throw ProgramEnd{A(0)}; });
     Define("FindResourceW", [this] {
         const Image::Resource found = image_->Find(machine.Wide(A(2)), A(1));
         if (found.size == 0) return Fail(1814);

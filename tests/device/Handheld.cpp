@@ -74,6 +74,20 @@ Word Handheld::Import(const std::string& from, const std::string& name) {
     return addresses_[name] = machine.Expose(name, function);
 }
 
+Word Handheld::RunProgram(const std::string& file, const std::u16string& commandLine) {
+    constexpr Word kProgramBase = 0x00010000;
+    const Image program(
+        machine, file, kProgramBase,
+        [this](const std::string& from, const std::string& name) { return Import(from, name); });
+    Scratch scratch(*this);
+    try {
+        machine.Call(program.Entry(), {program.Base(), 0, scratch.Wide(commandLine), 5});
+    } catch (const ProgramEnd& end) {
+        return end.code;
+    }
+    throw Fault("the program does not end");
+}
+
 bool Handheld::HoldsLock() const {
     for (const auto& [place, section] : sections_) {
         if (section.depth > 0) return true;

@@ -41,6 +41,11 @@ enum Result : Word {
     kElementNotFound = 0x8002802B
 };
 
+// Thrown where a program ends itself.
+struct ProgramEnd {
+    Word code;
+};
+
 // The handheld's system with the module loaded: the functions that the module imports, a registry, files in
 // memory. What it does not imitate ends the test when the module calls it.
 class Handheld {
@@ -55,6 +60,10 @@ public:
     Word Enter(Word reason);
     // Unloads the module; what it did not give back, one line each.
     std::string Unload();
+
+    // Runs a program to its end; gives what it ends with. What it shows stands in `shown`, one text a line.
+    Word RunProgram(const std::string& file, const std::u16string& commandLine);
+    std::string shown;
 
     // Clients' calls.
     Word Create(const std::string& clsid, const std::string& iid, Word& object);

@@ -245,6 +245,31 @@ TEST_F(HandheldTest, RegistrationIsTheDesktopsEveryTime) {
     }
 }
 
+// Each run is a process of its own, as it was loaded.
+TEST_F(HandheldTest, ProgramRegistersTheModuleBesideIt) {
+    struct Case {
+        const char16_t* line;
+        Word code;
+        const char *shown, *registry;
+    };
+    const Case cases[] = {{u"", 0, "The library is registered.\n", "registered.txt"},
+                          {u"/u", 0, "The library is no longer registered.\n", "unregistered.txt"},
+                          {u" /s \"\\Programme\\ZEL_BRU.dll\"", 0, "", "registered.txt"},
+                          {u"/U /S \\Programme\\ZEL_BRU.dll", 0, "", "unregistered.txt"},
+                          {u"\\elsewhere.dll", 3, "The library could not be loaded.\n", "unregistered.txt"}};
+    RegistryTree registry;
+    for (const Case& each : cases) {
+        Handheld handheld(ZEL_MODULE);
+        std::swap(handheld.registry, registry);
+        EXPECT_EQ(handheld.RunProgram(ZEL_PROGRAM, each.line), each.code) << Utf8(each.line);
+        EXPECT_EQ(handheld.shown, each.shown) << Utf8(each.line);
+        EXPECT_EQ(handheld.registry.Dump(), TextOf(std::string(ZEL_EXPECTED) + each.registry))
+            << Utf8(each.line);
+        EXPECT_EQ(handheld.Unload(), "");
+        std::swap(handheld.registry, registry);
+    }
+}
+
 TEST_F(HandheldTest, ClassObjectsRefuseWhatTheyMust) {
     constexpr Word kClassNotAvailable = 0x80040111, kPointerExpected = 0x80004003;
     Handheld::Scratch scratch(handheld_);

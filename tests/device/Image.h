@@ -20,6 +20,7 @@ public:
     Word Base() const { return base_; }
     Word Entry() const { return entry_; }
     Word Export(const std::string& name) const { return exports_.at(name); }
+    bool Exports(const std::string& name) const { return exports_.count(name) > 0; }
     // A resource by type and number: its place in memory and its size. A type is a name or "#16".
     struct Resource {
         Word place = 0, size = 0;
