@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "FieldNames.h"
+#include "zel/survey/FieldNames.h"
 #include "MemoryBuffers.h"
 #include "zel/definition/SketchFile.h"
 #include "zel/list/Nested.h"

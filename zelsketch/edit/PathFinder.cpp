@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "FieldNames.h"
+#include "zel/survey/FieldNames.h"
 #include "zel/definition/SketchFile.h"
 #include "zel/survey/FieldText.h"
 #include "zel/survey/Surveyor.h"

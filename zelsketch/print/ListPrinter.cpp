@@ -1,11 +1,10 @@
 #include "ListPrinter.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include "zel/definition/SketchFile.h"
+#include "zel/survey/FieldNames.h"
 #include "zel/survey/FieldText.h"
-#include "zel/survey/Surveyor.h"
 #include "zel/text/Text.h"
 #include "zel/text/Windows1252.h"
 
@@ -19,25 +18,6 @@ constexpr struct {
     std::string_view name;
     std::size_t width;
 } kOnPage[] = {{"AreaCode", 12}, {"AreaName", 19}, {"AreaDescription", 19}, {"Multiplier", 10}};
-
-// Learns the names of a definition's fields.
-struct NameCollector : FieldVisitor {
-    void OnField(const Field& field) override {
-        const bool isList = field.kind == FieldKind::kMarkedList || field.kind == FieldKind::kListEnd;
-        if (!field.place->empty() && !isList) names.emplace_back(field.name);
-    }
-    std::vector<std::string> names;
-};
-
-std::vector<std::string> NamesOfNewestVersion() {
-    SketchFile file;
-    file.definitions.Append();
-    std::ostringstream stream;
-    file.Write(stream);
-    NameCollector collector;
-    Surveyor::Survey(stream.str(), collector);
-    return std::move(collector.names);
-}
 
 std::string CellText(const Field& field) {
     if (field.Missing()) return {};
@@ -61,7 +41,7 @@ ListPrinter::ListPrinter(std::ostream& out, Form form, std::size_t fileWidth, co
       form_(form),
       fileWidth_(fileWidth ? std::max(fileWidth, kFileTitle.size()) : 0),
       palette_(palette),
-      columns_(NamesOfNewestVersion()),
+      columns_(FieldNames::Of(SketchFile::kNewestVersion).definition),
       cells_(columns_.size()) {
     PrintHeading();
 }

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "zel/definition/SketchFile.h"
-#include "zel/survey/Surveyor.h"
+#include "Surveyor.h"
 
 namespace zel {
 namespace {
