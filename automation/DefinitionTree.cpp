@@ -80,12 +80,12 @@ VariantArray Publish(const DefinitionList& records) {
         VariantArray items;
         items.Reserve(list->Elements().size());
         for (const DefinitionRecord& record : list->Elements()) {
-            const ComPtr<ZEL_Definition> definition = Make<ZEL_Definition>();
+            ComPtr<ZEL_Definition> definition = Make<ZEL_Definition>();
             if (!definition && owner) throw std::bad_alloc();
             if (!definition) continue;  // a load goes on without what it has no room for
             definition->AssignFields(record);
             if (!record.Members.Elements().empty()) pending.push_back({&record.Members, definition.Get()});
-            items.Append(Variant::Object(definition.Get()));
+            items.Append(Variant::Object(std::move(definition)));
         }
         if (owner)
             owner->Members().SwapItems(items);

@@ -10,9 +10,8 @@
 
 namespace zel {
 
-// The automation view of one area definition: each property is one field of the record that it owns. Its
-// members are definition objects in a collection of its own, which is made with it and never exchanged; the
-// record's own list of members is not used.
+// The automation view of one area definition: each property is one of the fields that it owns. Its members
+// are definition objects in a collection of its own, which is made with it and never exchanged.
 class ZEL_Definition final
     : public Object<Interfaces<IZEL_Definition, IDispatch>, Dispatch<IZEL_Definition>> {
 public:
@@ -20,7 +19,7 @@ public:
     ZEL_Definition();
 
     // Takes over all fields but the members.
-    void AssignFields(const DefinitionRecord& record) { record_.CopyFields(record); }
+    void AssignFields(const DefinitionFields& fields) { fields_ = fields; }
     ZEL_Collection& Members() noexcept { return *members_; }
 
     // The object behind the interface if it is of this class.
@@ -74,7 +73,7 @@ private:
     void GatherBeforeMembers(DefinitionRecord& record) const;
     void GatherBehindMembers(DefinitionRecord& record) const;
 
-    DefinitionRecord record_;
+    DefinitionFields fields_;
     ComPtr<ZEL_Collection> members_;
 };
 

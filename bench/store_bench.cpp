@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 
 #include "BuiltModule.h"
 #include "DefinitionFile.h"
@@ -37,8 +38,22 @@ double SizeOf(const char* name) {
     return static_cast<double>(std::ifstream(name, std::ios_base::binary | std::ios_base::ate).tellg());
 }
 
+// Seconds of reading or writing the file by the format library alone, as the store does it.
+template <class Stream, class Transfer>
+double SecondsAlone(const char* name, Transfer transfer) {
+    const auto start = std::chrono::steady_clock::now();
+    const std::unique_ptr<char[]> buffer(new char[65536]);
+    Stream stream;
+    stream.rdbuf()->pubsetbuf(buffer.get(), 65536);
+    stream.open(name, std::ios_base::binary);
+    transfer(stream);
+    stream.close();
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    return passed.count();
+}
+
 struct Times {
-    double intoEmpty = 1e9, intoFull = 1e9, save = 1e9;
+    double intoEmpty = 1e9, intoFull = 1e9, save = 1e9, readAlone = 1e9, writeAlone = 1e9;
 };
 
 // Keeps the quickest of what has been measured.
@@ -47,6 +62,11 @@ void Measure(const char* name, Times& best) {
     best.intoEmpty = std::min(best.intoEmpty, Seconds(*store, &IBRU_Store::LoadFromFile, name));
     best.intoFull = std::min(best.intoFull, Seconds(*store, &IBRU_Store::LoadFromFile, name));
     best.save = std::min(best.save, Seconds(*store, &IBRU_Store::SaveToFile, "saved.tmp"));
+    SketchFile file;
+    best.readAlone =
+        std::min(best.readAlone, SecondsAlone<std::ifstream>(name, [&](auto& s) { file.Read(s); }));
+    best.writeAlone =
+        std::min(best.writeAlone, SecondsAlone<std::ofstream>("saved.tmp", [&](auto& s) { file.Write(s); }));
 }
 
 void PrintTimes(const char* smaller, const char* larger) {
@@ -64,8 +84,14 @@ void PrintTimes(const char* smaller, const char* larger) {
     row("load into an empty one", few.intoEmpty, many.intoEmpty);
     row("load into a full one", few.intoFull, many.intoFull);
     row("save", few.save, many.save);
-    std::printf("%-24s%10.2f%10.2f\n", "load full / empty", few.intoFull / few.intoEmpty,
-                many.intoFull / many.intoEmpty);
+    row("the file alone: read", few.readAlone, many.readAlone);
+    row("write", few.writeAlone, many.writeAlone);
+    const auto ratios = [](const char* what, double a, double b) {
+        std::printf("%-24s%10.2f%10.2f\n", what, a, b);
+    };
+    ratios("load full / empty", few.intoFull / few.intoEmpty, many.intoFull / many.intoEmpty);
+    ratios("load / read", few.intoEmpty / few.readAlone, many.intoEmpty / many.readAlone);
+    ratios("save / write", few.save / few.writeAlone, many.save / many.writeAlone);
 }
 
 double PeakBytes() {

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include "ComPtr.h"
+
 namespace zel {
 
 // VariantCopy for a source that the copy leaves alone, which its older declarations do not promise.
@@ -45,6 +47,14 @@ public:
         V_VT(&made.value_) = VT_DISPATCH;
         V_DISPATCH(&made.value_) = object;
         if (object) object->AddRef();
+        return made;
+    }
+    // Takes over the reference.
+    template <class T>
+    static Variant Object(ComPtr<T>&& object) noexcept {
+        Variant made;
+        V_VT(&made.value_) = VT_DISPATCH;
+        V_DISPATCH(&made.value_) = object.Detach();
         return made;
     }
     // Takes over a value that the caller owned.

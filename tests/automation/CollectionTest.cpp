@@ -110,7 +110,9 @@ TEST_F(Collection, LateBoundPositionsMeanWhatTheScriptSays) {
     EXPECT_EQ(S_OK, Call(*items, L"Remove", DISPATCH_METHOD, &reference, nullptr));
     EXPECT_EQ(S_OK, items->Add(reference));
     variable = Typed(VT_I4, 99);  // what a reference refers to was added, not the reference
-    EXPECT_EQ(L"0 2 1", Tree(*items));
+    VARIANT half = Typed(VT_R8, 0x4004000000000000);
+    EXPECT_EQ(S_OK, Call(*items, L"Add", DISPATCH_METHOD, &half, nullptr));
+    EXPECT_EQ(L"0 2 1 2.5", Tree(*items));
 }
 
 }  // namespace

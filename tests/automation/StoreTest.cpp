@@ -42,6 +42,19 @@ TEST_F(StoreTest, SavesAndLoadsWhatEachVersionHolds) {
     }
 }
 
+TEST_F(StoreTest, SaveDropsWhatStandsBehindATextsEnd) {
+    const auto file = [](const char* name, const char* creator) {
+        std::string header = FreshHeader(1);
+        header.replace(26, 10, Hex(creator));
+        return header + Hex("01 06 02 FC 81 00*9") + Hex(name) + Hex("00*79 01 00 00");
+    };
+    Store store;
+    WriteFile(file("02 E4 00 'BC' 00*16", "'me' 00 'before' 00"));
+    EXPECT_EQ(kDone, store.Load());
+    EXPECT_EQ(kDone, store.Save());
+    EXPECT_TRUE(SameBytes(file("01 E4 00*19", "'me' 00*8"), FileBytes()));
+}
+
 TEST_F(StoreTest, SaveRefusesVersionsAndKeepsTheOneItRefused) {
     for (const unsigned char version : {0, SketchFile::kNewestVersion + 1, 255}) {
         Store store;

@@ -47,6 +47,7 @@ TEST(EntityRecord, LowersItsOrderWithEachSaveUpToVersion2) {
     expectSaves(2, "05 00", "05 00", "04 00");
     expectSaves(2, "FF FF", "00 00", "00 00");
     expectSaves(0, "00 00", "00 00", "00 00");
+    EXPECT_EQ(EntityOf(0, 2, "00 00").OrderIndex, 0);
 }
 
 TEST(EntityRecord, GeometryAndWhatItNestsKeepTheVersionTheyWereReadWith) {

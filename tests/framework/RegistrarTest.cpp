@@ -9,7 +9,7 @@
 namespace zel {
 namespace {
 
-constexpr wchar_t kModule[] = L"C:\\it's \u00FC b\u0142ank\\m.dll";
+constexpr wchar_t kModule[] = L"C:\\it's \u00FC b\u0142ank\\%MODULE%.dll";
 constexpr wchar_t kScript[] =
     L"HKCR\t{ NoRemove Lone\r\nPlain = s 'it''s {' { val 'a b' = d 0xFFFFFFFF  val n = d 10 } "
     L"NoRemove Kept { ForceRemove {X} = s '%MODULE%, 1' { 'NoRemove' = s '' { val p = s 100%% } } } }";
@@ -19,7 +19,7 @@ constexpr char kTree[] = R"(Kept
     Other
         {X}
     {X}
-        @=C:\it's ü błank\m.dll, 1
+        @=C:\it's ü błank\%MODULE%.dll, 1
         NoRemove
             @=
             p=100%
