@@ -120,6 +120,25 @@ completed() {
 }
 [ "$(completed con)" = convert ] && [ "$(completed show --j)" = --json ] && [ -z "$(completed show f)" ] || failed=1
 expect 0 "$(printf '\033[1mHeader')" zelsketch show --color always f
+# As git uses it, in both ways.
+(
+    mkdir repo && cd repo || exit 1
+    unset GIT_EXTERNAL_DIFF GIT_DIR
+    export HOME="$folder/repo" PATH="$build:$PATH" GIT_CONFIG_NOSYSTEM=1
+    git init -q . && git config user.name x && git config user.email x@example.org
+    echo '*.zel diff=zel' >.gitattributes
+    cp ../f 'a b.zel'
+    git add . && git commit -qm first
+    zelsketch set --no-backup 'a b.zel' 'Definitions[3].AreaName=Attic' >/dev/null
+    git config diff.zel.textconv 'zelsketch show'
+    expect 0 '+  AreaName                 "Attic"' git diff
+    git config diff.zel.command 'zelsketch diff --git'
+    expect 0 'changed: Definitions[3].AreaName: "" -> "Attic"' git diff
+    git mv 'a b.zel' c.zel && expect 0 'a b.zel -> c.zel' git diff -M HEAD
+    cp ../f d.zel && git add d.zel && expect 0 'new file' git diff --cached d.zel
+    exit "$failed"
+) || failed=1
+rm -rf repo
 zelsketch --help | awk 'length > 80 { exit 1 }' || { echo '--help is too wide' >&2; failed=1; }
 # interrupted SIGNAL CALL before|after COMMAND...: the command dies of it.
 interrupted() (

@@ -15,7 +15,10 @@ ExitStatus CheckFile(const std::string& path, const Console& console) {
     for (const Finding& finding : findings)
         console.Print(console.out, Shown(path) + ": " + HexNumber(finding.offset, 4) + ": " +
                                        (finding.gravity == Finding::kNote ? "note: " : "") + finding.what);
-    if (IsDamaged(findings)) return kDamaged;
+    if (IsDamaged(findings)) {
+        TellOfSalvage(console, path, bytes);
+        return kDamaged;
+    }
     console.Print(console.out, Shown(path) + ": sound");
     return kSound;
 }

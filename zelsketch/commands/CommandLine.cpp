@@ -13,6 +13,7 @@
 #include "CheckCommand.h"
 #include "ConvertCommand.h"
 #include "ListCommand.h"
+#include "DiffCommand.h"
 #include "EditCommand.h"
 #include "GetCommand.h"
 #include "Input.h"
@@ -45,6 +46,7 @@ public:
         AddAdd();
         AddRemove();
         AddMove();
+        AddDiff();
         AddBuild();
         AddCheck();
         AddConvert();
@@ -122,6 +124,9 @@ private:
             ->needs(drawing)
             ->excludes(json)
             ->excludes(hex);
+        app->add_flag("--salvage", show_.salvage,
+                      "Of a damaged file also what readers do not find; says what that is and ends with 1")
+            ->excludes(drawing);
         AddColour(app);
         AddOutput(app);
         AddFiles(app, show_.files);
@@ -199,6 +204,21 @@ private:
         return app;
     }
 
+    void AddDiff() {
+        App* app =
+            Add("diff",
+                "Says what has changed from one file to another: values, and definitions that were "
+                "added, removed or moved. Definitions belong together by their code and order. Ends with 0 "
+                "where nothing has changed, with 1 where something has, with 2 for trouble.",
+                [this](const Console& console) { return diff_.Run(console); });
+        app->add_flag("--json", diff_.json, "As a JSON array, one object a change");
+        app->add_flag("--git", diff_.git,
+                      "As an external diff of git, which gives other arguments; ends with 0");
+        AddOutput(app);
+        app->add_option("FILE", diff_.files, "The old file and the new one, - for the standard input")
+            ->required();
+    }
+
     void AddBuild() {
         App* app = Add("build",
                        "Makes a file of the JSON that 'show --json' prints; replaces OUT once "
@@ -250,6 +270,7 @@ private:
     ListCommand list_;
     GetCommand get_;
     EditCommand edit_;
+    DiffCommand diff_;
     BuildCommand build_;
     CheckCommand check_;
     ConvertCommand convert_;

@@ -1,5 +1,7 @@
 #include "Input.h"
 
+#include "zel/survey/Checker.h"
+#include "zel/survey/Salvager.h"
 #include "zel/text/Failure.h"
 
 namespace zel {
@@ -12,6 +14,16 @@ constexpr char kStandard[] = "-";
 std::string ReadInput(const Console& console, const std::string& path, std::uint64_t largest) {
     return path == kStandard ? ReadStream(console.in, "the standard input", largest)
                              : ReadFile(path, largest);
+}
+
+void TellOfSalvage(const Console& console, const std::string& path, const std::string& bytes) {
+    if (!IsDamaged(Checker::Check(bytes))) return;
+    try {
+        const std::string text = Salvager::Take(bytes).Text();
+        if (!text.empty()) console.Complain(path + ": reading could go on at " + text + "; --salvage of convert and show takes it up");
+    } catch (const Failure&) {
+        // Nothing in it can be taken up.
+    }
 }
 
 Output::Output(const Console& console, const std::string& path, Overwrite overwrite)

@@ -10,6 +10,9 @@ namespace zel {
 // A file's content; that of the standard input for "-".
 std::string ReadInput(const Console& console, const std::string& path, std::uint64_t largest = kLargestFile);
 
+// Says where reading a damaged file could go on. No word of any other file.
+void TellOfSalvage(const Console& console, const std::string& path, const std::string& bytes);
+
 // Where a command's result goes: a file, or the standard output for "-". What the command has to say then
 // goes to the standard error.
 class Output {

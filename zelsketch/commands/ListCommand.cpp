@@ -18,6 +18,7 @@ void ListFile(const Console& console, const std::string& path, ListPrinter& prin
     printer.SetFile(Shown(path));
     Surveyor::Survey(bytes, printer);
     printer.Flush();
+    TellOfSalvage(console, path, bytes);
     if (printer.Missing())
         throw Failure(kDamaged,
                       path + ": cut short, it lacks at least " + Counted(printer.Missing(), "byte"));

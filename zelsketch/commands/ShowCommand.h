@@ -18,6 +18,7 @@ struct ShowCommand {
     bool json = false;
     bool hex = false;
     bool svg = false;
+    bool salvage = false;  // a damaged file, with what readers do not find
     std::optional<std::int32_t> drawing;  // the version of the sketch whose drawing the file holds
     std::size_t at = 0;                   // where it begins
 

@@ -5,6 +5,8 @@
 
 #include "Checker.h"
 #include "FileWalk.h"
+#include "zel/text/Text.h"
+#include "FieldText.h"
 #include "zel/record/Reader.h"
 #include "zel/text/Failure.h"
 #include "zel/text/Versions.h"
@@ -71,6 +73,14 @@ std::size_t Salvage::Lost() const {
     std::size_t lost = 0;
     for (const Gap& gap : gaps) lost += gap.size;
     return lost;
+}
+
+std::string Salvage::Text() const {
+    std::string text;
+    constexpr std::size_t kMost = 3;
+    for (std::size_t i = 0; i < std::min(finds.size(), kMost); ++i)
+        text += (i ? ", " : "") + HexNumber(finds[i].offset, 4) + " with " + PlaceText(finds[i].place);
+    return text + (finds.size() > kMost ? " and so on" : "");
 }
 
 Salvage Salvager::Take(std::string_view file) {

@@ -28,6 +28,8 @@ struct Salvage {
     std::size_t missing = 0;  // bytes that the file lacks at its end; zeros stand for them
 
     std::size_t Lost() const;
+    // Where reading goes on behind the damage, in words; empty where it goes on nowhere.
+    std::string Text() const;
 };
 
 // Goes through a file as a reader would, but only from one plausible definition to the next: behind damage it
