@@ -134,6 +134,13 @@ TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
         EXPECT_EQ(65 + 42 + 1 + 2 + 12 * size - c.missing * size, Get("g").size()) << c.name << '\n'
                                                                                    << outcome.out;
         std::filesystem::remove("g");
+        const bool hasFinds = outcome.out.find("taken up: ") != std::string::npos;
+        EXPECT_EQ(hasFinds,
+                  Zelsketch({"show", "--salvage", "f"}).out.find("  (taken up from 0x") != std::string::npos);
+        for (const char* command : {"check", "show", "list"})
+            EXPECT_EQ(hasFinds, Zelsketch({command, "f"}).error.find("f: reading could go on at 0x") !=
+                                    std::string::npos)
+                << command << ' ' << c.name;
     }
     Put("f",
         "\x7f"

@@ -4,6 +4,7 @@
 # manual page. An emulator runs the program for another system, where the last three are not looked at.
 set -u
 build=$1 version=$2 emulator=${3-}
+docs=$(cd "$(dirname "$0")/../../docs" && pwd)
 magic=$(cd "$(dirname "$0")/../../zelsketch" && pwd)/zelsketch.magic manual=$build/zelsketch.1
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -101,6 +102,26 @@ expect 0 '' zelsketch show -o page f in/a.zel
 expect 0 '==> in/a.zel <==' cat page
 expect 2 'will not replace f: it is a definition file' zelsketch show -o f f
 rm -r in out one page report
+
+# The jobs of docs/zelsketch.md, as they stand there.
+mkdir jobs && cd jobs || exit 1
+mkdir archive
+printf '%s' '{ "Definitions": [ { "AreaCode": "GLA1", "Members": [ { "AreaCode": "GAR" }, { "AreaCode": "BSMT" } ] },
+                        { "AreaCode": "P/P" } ] }' >areas.json
+zelsketch build areas.json areas.zel
+cp areas.zel archive/a.zel
+at=$(grep -abo P/P areas.zel | cut -d: -f1)
+{ head -c $((at - 2)) areas.zel; printf '\000'; tail -c +$((at)) areas.zel; } >damaged.zel
+jobs=$(awk '/^```/ { inside = $0 == "```sh"; next } inside' "$docs/zelsketch.md")
+[ "$(echo "$jobs" | grep -c '^zelsketch')" -ge 13 ] || { echo 'jobs are missing' >&2; failed=1; }
+while IFS= read -r job; do
+    expect 0 '' eval "$job"
+done <<EOF
+$jobs
+EOF
+[ "$(zelsketch get mended.zel 'Definitions[*].AreaCode' | tr '\n' ' ')" = 'GLA1 P/P ' ] || failed=1
+[ "$(zelsketch get areas.zel 'Definitions[*].AreaCode' | tr '\n' ' ')" = 'WIN GLA1 P/P ' ] || failed=1
+cd .. && rm -r jobs
 [ -z "$emulator" ] || exit "$failed"
 
 for command in 'show f' 'check f' --help --version 'convert --to-version 4 f g'; do

@@ -4,23 +4,10 @@
 #include "Input.h"
 #include "zel/edit/Converter.h"
 #include "zel/survey/Checker.h"
-#include "zel/survey/FieldText.h"
 #include "zel/survey/Salvager.h"
 #include "zel/text/Text.h"
 
 namespace zel {
-namespace {
-
-void ReportSalvage(const Salvage& salvage, const Output& out) {
-    for (const Salvage::Find& find : salvage.finds)
-        out.Report("taken up: " + PlaceText(find.place) + " from " + HexNumber(find.offset, 4));
-    for (const Salvage::Gap& gap : salvage.gaps)
-        out.Report("left behind: " + Counted(gap.size, "byte") + " from " + HexNumber(gap.offset, 4));
-    if (salvage.missing) out.Report("missing: " + Counted(salvage.missing, "byte") + " at the end");
-}
-
-}  // namespace
-
 ExitStatus ConvertCommand::Run(const Console& console) const {
     Inputs inputs = files;
     std::string target = out;
@@ -59,7 +46,7 @@ ExitStatus ConvertCommand::Convert(const Console& console, const std::string& fi
     if (!damage.empty()) console.Complain(file + ": " + damage);
     if (conversion.dropsBytes)
         console.Complain(file + ": bytes that readers do not see are not carried over");
-    ReportSalvage(salvaged, output);
+    for (const std::string& line : salvaged.Lines()) output.Report(line);
     for (const std::string& change : conversion.changed) output.Report("changed: " + change);
     const std::size_t lost = Converter::ListLosses(
         bytes, version, [&](const std::string& loss) { output.Report("lost: " + loss); });

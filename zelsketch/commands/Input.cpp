@@ -20,7 +20,9 @@ void TellOfSalvage(const Console& console, const std::string& path, const std::s
     if (!IsDamaged(Checker::Check(bytes))) return;
     try {
         const std::string text = Salvager::Take(bytes).Text();
-        if (!text.empty()) console.Complain(path + ": reading could go on at " + text + "; --salvage of convert and show takes it up");
+        if (!text.empty())
+            console.Complain(path + ": reading could go on at " + text +
+                             "; --salvage of convert and show takes it up");
     } catch (const Failure&) {
         // Nothing in it can be taken up.
     }

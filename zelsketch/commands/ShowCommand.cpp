@@ -1,11 +1,14 @@
 #include "ShowCommand.h"
 
+#include "ForFile.h"
 #include "Input.h"
 #include "zel/print/HexPrinter.h"
 #include "zel/json/JsonWriter.h"
 #include "zel/print/PagePrinter.h"
 #include "zel/print/SvgPrinter.h"
 #include "zel/text/Palette.h"
+#include "zel/survey/Checker.h"
+#include "zel/survey/Salvager.h"
 #include "zel/survey/Surveyor.h"
 #include "zel/text/Text.h"
 
@@ -18,16 +21,24 @@ ExitStatus ShowCommand::Run(const Console& console) const {
         if (isPage && (files.paths.size() > 1 || files.recursive))
             console.out << (isFirst ? "" : "\n") << "==> " << Shown(file.path) << " <==\n";
         isFirst = false;
-        Show(console, file.path);
-        return kSound;
+        return Show(console, file.path);
     });
 }
 
-void ShowCommand::Show(const Console& console, const std::string& file) const {
-    const std::string bytes = ReadInput(console, file);
+ExitStatus ShowCommand::Show(const Console& console, const std::string& file) const {
+    std::string bytes = ReadInput(console, file);
     if (at > bytes.size())
         throw Failure(kUnusable, file + " has no byte " + std::to_string(at) + ": it ends after " +
                                      Counted(bytes.size(), "byte"));
+    Salvage salvaged;
+    const bool isSalvaged = salvage && IsDamaged(Checker::Check(bytes));
+    if (isSalvaged) {
+        salvaged = ForFile(file, [&] { return Salvager::Take(bytes); });
+        bytes = salvaged.file;
+        for (const std::string& line : salvaged.Lines()) console.Complain(file + ": " + line);
+    } else if (!drawing) {
+        TellOfSalvage(console, file, bytes);
+    }
     const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
     if (json) {
         JsonWriter writer(console.out, drawing ? JsonWriter::kDrawingSchema : JsonWriter::kFileSchema);
@@ -41,10 +52,11 @@ void ShowCommand::Show(const Console& console, const std::string& file) const {
         HexPrinter printer(console.out, palette);
         Survey(console, bytes, printer);
     } else {
-        PagePrinter printer(console.out, palette);
+        PagePrinter printer(console.out, palette, salvaged.finds);
         Survey(console, bytes, printer);
         printer.Finish();
     }
+    return isSalvaged ? kDamaged : kSound;
 }
 
 void ShowCommand::Survey(const Console& console, std::string_view bytes, FieldVisitor& visitor) const {

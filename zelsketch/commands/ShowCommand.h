@@ -18,14 +18,14 @@ struct ShowCommand {
     bool json = false;
     bool hex = false;
     bool svg = false;
-    bool salvage = false;  // a damaged file, with what readers do not find
+    bool salvage = false;                 // a damaged file, with what readers do not find
     std::optional<std::int32_t> drawing;  // the version of the sketch whose drawing the file holds
     std::size_t at = 0;                   // where it begins
 
     ExitStatus Run(const Console& console) const;
 
 private:
-    void Show(const Console& console, const std::string& file) const;
+    ExitStatus Show(const Console& console, const std::string& file) const;
     void Survey(const Console& console, std::string_view bytes, FieldVisitor& visitor) const;
 };
 

@@ -90,8 +90,7 @@ void Comparer::CompareMembers(const Outline::Record& a, const Outline::Record& b
     for (const std::uint32_t match : matches)
         if (match != kNone) sequence.push_back(match), isMatched[match] = true;
     for (std::size_t i = 0; i < a.members.size(); ++i)
-        if (!isMatched[i])
-            differences_.push_back(Of(Difference::kRemoved, old_[a.members[i]]));
+        if (!isMatched[i]) differences_.push_back(Of(Difference::kRemoved, old_[a.members[i]]));
     const std::vector<bool> stays = LongestRise(sequence);
     std::size_t next = 0;
     for (std::size_t i = 0; i < b.members.size(); ++i) {

@@ -36,7 +36,10 @@ void PagePrinter::OnField(const Field& field) {
 void PagePrinter::OnRecord(const Place& place) {
     ++records_;
     Indent(place);
-    Heading(PlaceText(place));
+    std::string text = PlaceText(place);
+    if (nextFind_ < finds_.size() && PlaceText(finds_[nextFind_].place) == text)
+        text += "  (taken up from " + HexNumber(finds_[nextFind_++].offset, 4) + ")";
+    Heading(text);
 }
 
 // Behind the records of a list, those of the record around it go on.

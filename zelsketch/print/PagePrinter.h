@@ -2,8 +2,10 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "zel/survey/Field.h"
+#include "zel/survey/Salvager.h"
 #include "zel/text/Palette.h"
 
 namespace zel {
@@ -11,7 +13,9 @@ namespace zel {
 // Prints a file as a page for people: a field a line, records under their places, nested ones indented.
 class PagePrinter : public FieldVisitor {
 public:
-    PagePrinter(std::ostream& out, const Palette& palette) : out_(out), palette_(palette) {}
+    // Marks the definitions that no reader of the damaged file finds.
+    PagePrinter(std::ostream& out, const Palette& palette, std::vector<Salvage::Find> finds = {})
+        : out_(out), palette_(palette), finds_(std::move(finds)) {}
 
     void OnField(const Field& field) override;
     void OnHeader() override;
@@ -28,6 +32,8 @@ private:
 
     std::ostream& out_;
     const Palette palette_;
+    const std::vector<Salvage::Find> finds_;
+    std::size_t nextFind_ = 0;
     std::string indent_;
     const char* whole_ = "Drawing";
     const char* thing_ = "record";

@@ -83,6 +83,16 @@ std::string Salvage::Text() const {
     return text + (finds.size() > kMost ? " and so on" : "");
 }
 
+std::vector<std::string> Salvage::Lines() const {
+    std::vector<std::string> lines;
+    for (const Find& find : finds)
+        lines.push_back("taken up: " + PlaceText(find.place) + " from " + HexNumber(find.offset, 4));
+    for (const Gap& gap : gaps)
+        lines.push_back("left behind: " + Counted(gap.size, "byte") + " from " + HexNumber(gap.offset, 4));
+    if (missing) lines.push_back("missing: " + Counted(missing, "byte") + " at the end");
+    return lines;
+}
+
 Salvage Salvager::Take(std::string_view file) {
     Salvager salvager(file);
     salvager.TakeHeader();

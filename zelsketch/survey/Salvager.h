@@ -30,6 +30,8 @@ struct Salvage {
     std::size_t Lost() const;
     // Where reading goes on behind the damage, in words; empty where it goes on nowhere.
     std::string Text() const;
+    // What was done, a line each.
+    std::vector<std::string> Lines() const;
 };
 
 // Goes through a file as a reader would, but only from one plausible definition to the next: behind damage it
