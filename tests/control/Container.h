@@ -92,7 +92,11 @@ public:
         return S_OK;
     }
     THREE(ASKED, CanInPlaceActivate(), CanWindowlessActivate(), RequestUIActivate())
-    THREE(RECORDED, SaveObject(), ShowObject(), TranslateAccelerator(MSG*, DWORD))
+    STDMETHODIMP TranslateAccelerator(MSG*, DWORD modifiers) noexcept override {
+        return Call("TranslateAccelerator(" + std::to_string(modifiers) + ")");
+    }
+    RECORDED(SaveObject())
+    RECORDED(ShowObject())
     THREE(RECORDED, OnInPlaceActivate(), OnInPlaceDeactivate(), OnInPlaceDeactivateEx(BOOL))
     THREE(RECORDED, OnUIActivate(), OnUIDeactivate(BOOL), SetBorderSpace(LPCBORDERWIDTHS))
     THREE(RECORDED, SetFocus(BOOL), InvalidateRect(LPCRECT, BOOL), OnFocus(BOOL))

@@ -120,16 +120,17 @@ TEST_F(ControlTest, QuickActivationConnectsAndAdviseSinksHearOfChanges) {
     EXPECT_EQ(container.TakeLog(), "OnViewChange OnDataChange OnDataChange");
     EXPECT_EQ(store_.As<IDataObject>()->DUnadvise(data), S_OK);
     store_.As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, ADVF_ONLYONCE | ADVF_PRIMEFIRST, &container);
+    EXPECT_EQ(container.TakeLog(), "OnViewChange");
     EXPECT_EQ(SetExtent(2, 2), S_OK);
     EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE), S_OK);
     for (int i = 0; i < 2; ++i) EXPECT_EQ(store_->Close(OLECLOSE_NOSAVE), S_OK);
     EXPECT_EQ(container.TakeLog(),
-              "OnViewChange OnDataChange CanInPlaceActivate OnInPlaceActivate "
+              "OnDataChange CanInPlaceActivate OnInPlaceActivate "
               "GetWindowContext GetWindow OnInPlaceDeactivate OnClose");
     // Closed, it still stands in its container, which may open it again.
     EXPECT_EQ(SetExtent(3, 3), S_OK);
     EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE), S_OK);
-    EXPECT_EQ(store_->Close(OLECLOSE_SAVEIFDIRTY), S_OK);
+    EXPECT_EQ(store_->Close(OLECLOSE_PROMPTSAVE), S_OK);
     EXPECT_EQ(store_->Unadvise(ole), S_OK);
     EXPECT_EQ(store_->Close(OLECLOSE_NOSAVE), S_OK);
     EXPECT_EQ(container.TakeLog(),
@@ -142,15 +143,65 @@ TEST_F(ControlTest, AStreamHoldsTheExtentAndADamagedOneChangesNothing) {
     const auto persist = store_.As<IPersistStreamInit>();
     ComPtr<IStream> stream;
     CreateStreamOnHGlobal(nullptr, TRUE, stream.Out());
-    stream->Write("\x45\x23\1\0\xBC\2\0\0\1\0\0\0\0\0\0\x80half", 20, nullptr);
+    stream->Write("\x45\x23\1\0\xBC\2\0\0\1\0\0\0\0\0\0\x80\0\0\0\x80\1\0\0\0half", 28, nullptr);
     stream->Seek({}, STREAM_SEEK_SET, nullptr);
     EXPECT_EQ(persist->InitNew(), S_OK);
     EXPECT_EQ(persist->IsDirty(), S_OK);
     EXPECT_EQ(Extent(), Size(5080, 5080));
     EXPECT_EQ(persist->Load(stream.Get()), S_OK);
     EXPECT_EQ(persist->IsDirty(), S_FALSE);
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(persist->Load(stream.Get()), STG_E_DOCFILECORRUPT);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(persist->Load(stream.Get()), STG_E_DOCFILECORRUPT);
     EXPECT_EQ(Extent(), Size(0x12345, 700));
+    EXPECT_EQ(SetExtent(0x12345, 700), S_OK);
+    EXPECT_EQ(persist->IsDirty(), S_FALSE) << "nothing has changed";
+}
+
+TEST_F(ControlTest, AnswersForAllOfItsContentAlone) {
+    const auto view = store_.As<IViewObjectEx>();
+    const auto data = store_.As<IDataObject>();
+    const RECTL bounds = {0, 0, 9, 9};
+    SIZEL size = {};
+    EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, 0, nullptr, &size), S_OK);
+    EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, 1, nullptr, &size), DV_E_LINDEX);
+    EXPECT_EQ(view->GetExtent(DVASPECT_ICON, -1, nullptr, &size), DV_E_DVASPECT);
+    BOOL(CALLBACK* const stop)(ULONG_PTR) = [](ULONG_PTR) -> BOOL { return FALSE; };
+    const HDC hdc = GetDC(nullptr);
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, hdc, &bounds, nullptr, stop, 0),
+              E_ABORT);
+    ReleaseDC(nullptr, hdc);
+    for (const auto& [mode, extent] :
+         {std::pair{DVEXTENT_INTEGRAL, Size(1, 2)}, {DVEXTENT_CONTENT, Size(5080, 5080)}}) {
+        DVEXTENTINFO wish = {sizeof wish, static_cast<ULONG>(mode), {1, 2}};
+        view->GetNaturalExtent(DVASPECT_CONTENT, -1, nullptr, nullptr, &wish, &size);
+        EXPECT_EQ(Size(size.cx, size.cy), extent);
+    }
+    DVTARGETDEVICE device = {};
+    FORMATETC icon = picture_, canonical = {};
+    icon.dwAspect = DVASPECT_ICON;
+    icon.ptd = &device;
+    EXPECT_EQ(data->QueryGetData(&icon), DV_E_DVASPECT);
+    EXPECT_EQ(data->GetCanonicalFormatEtc(&icon, &canonical), DATA_S_SAMEFORMATETC);
+    EXPECT_EQ(canonical.ptd, nullptr);
+}
+
+TEST_F(ControlTest, OffersItsKeysAndNoOtherMessages) {
+    Container container(Site::kPlain);
+    const auto active = store_.As<IOleInPlaceActiveObject>();
+    BYTE keys[256] = {}, before[256];
+    keys[VK_CONTROL] = 0x80;
+    EXPECT_EQ(Do(OLEIVERB_INPLACEACTIVATE, &container), S_OK);
+    EXPECT_EQ(SendMessageW(container.ControlWindow(), WM_ERASEBKGND, 0, 0), 1);
+    container.TakeLog();
+    GetKeyboardState(before);
+    SetKeyboardState(keys);
+    for (const UINT message : {WM_KEYDOWN, WM_PAINT, WM_MOUSEMOVE}) {
+        MSG sent = {container.Window, message, VK_TAB, 0, 0, {}};
+        EXPECT_EQ(active->TranslateAccelerator(&sent), message == WM_KEYDOWN ? S_OK : S_FALSE);
+    }
+    SetKeyboardState(before);
+    EXPECT_EQ(active->OnDocWindowActivate(TRUE), S_OK);
+    EXPECT_EQ(container.TakeLog(), "TranslateAccelerator(2)") << "nor announces itself without its tools";
+    Leave();
 }
 
 TEST_F(ControlTest, OleCreatesSavesAndLoads) {
@@ -170,7 +221,7 @@ TEST_F(ControlTest, OleCreatesSavesAndLoads) {
     for (const bool isOwn : {false, true}) {  // or a copy
         EXPECT_EQ(OleSave(persist.Get(), storage.Get(), isOwn), S_OK);
         EXPECT_EQ(persist->IsDirty(), S_OK);
-        EXPECT_EQ(persist->SaveCompleted(nullptr), S_OK);
+        for (int i = 0; i < 2; ++i) EXPECT_EQ(persist->SaveCompleted(nullptr), S_OK);
         EXPECT_EQ(persist->IsDirty(), isOwn ? S_FALSE : S_OK);
         EXPECT_EQ(container.TakeLog(), "OnSave");
     }
