@@ -34,7 +34,7 @@ TEST_F(ToolTest, BuildSaysWhatItExpectsAndLeavesTheOldFile) {
         {R"({ "Definitions": [ {}, { "Members": [ {}, )",
          "1, column 43: Definitions[1].Members[1]: syntax err"},
         {"\xFF\xFE{\0\n\0\"\0\x42\x01\"\0\x00\xD8\"\0"s, "2, column 4: ł: syntax error while parsing"},
-        {"[1e999]", "1, column 7: [0]: expected a number that a double can hold"},
+        {"[ 1e999 ]", "1, column 3: [0]: expected a number that a double can hold, not 1e999\n"},
         {"[]", "1, column 1: expected an object with \"Header\" and \"Definitions\", not []"},
         {R"({ "Headr": {} })", "1, column 12: Headr: has no place here: no such field"},
         {R"({ "Header": { "FileVersion": 3 }, "FileFlags": 1 })", "1, column 48: FileFlags: has no place"},

@@ -81,18 +81,21 @@ public:
         return true;
     }
     // A syntax error, or a number beyond all doubles.
-    bool parse_error(std::size_t, const std::string&, const nlohmann::json::exception& error) {
+    bool parse_error(std::size_t, const std::string& token, const nlohmann::json::exception& error) {
         const std::string_view what = error.what();
         const std::size_t reason = what.find("syntax error");
-        const bool atEnd = what.find("unexpected end of input") != what.npos;
-        const std::size_t at = Offset() - (atEnd || Offset() == 0 ? 0 : 1);
-        if (reason == what.npos) json_.Fail(at, Path() + "expected a number that a double can hold");
+        if (reason == what.npos) {
+            const std::size_t begin = json_.text_.rfind(token, Offset());
+            json_.Fail(begin, Path() + "expected a number that a double can hold, not " +
+                                  json_.Excerpt({begin, begin + token.size()}));
+        }
         // What was read last may be the rest of the text.
         const std::size_t last = what.find("; last read: ");
         const std::size_t expected = what.rfind("; expected ");
         std::string message(what.substr(reason, last == what.npos ? last : last - reason));
         if (last != what.npos && expected != what.npos && expected > last) message += what.substr(expected);
-        json_.Fail(at, Path() + message);
+        const bool atEnd = what.find("unexpected end of input") != what.npos;
+        json_.Fail(Offset() - (atEnd || Offset() == 0 ? 0 : 1), Path() + message);
     }
 
 private:
