@@ -1,5 +1,5 @@
 # The front door. Every target does its own set-up, says what it does and fails with one clear line.
-.PHONY: help run test device dist check-format bench fuzz clean
+.PHONY: help run test device dist check tool bench fuzz clean
 .DEFAULT_GOAL := help
 
 help:
@@ -7,7 +7,8 @@ help:
 	@echo "make test             build everything and pass all tests"
 	@echo "make device           build the module for the handheld"
 	@echo "make dist             pack the release: a zip, a set-up program for Windows, checksums"
-	@echo "make check-format     build and test the format library and its tools alone (no Wine)"
+	@echo "make tool             build zelsketch alone"
+	@echo "make check            the fast loop: build and test the format library and zelsketch (no Wine)"
 	@echo "make bench            measure reading, writing and scripts, as ratios to a floor"
 	@echo "make fuzz [SECONDS=n] run each fuzz target for a while (60 s)"
 	@echo "make clean            remove the build folder"
@@ -32,9 +33,14 @@ dist:
 	@scripts/build device
 	@scripts/dist build/dist x86-unicode windows handheld
 
-check-format:
+check:
 	@scripts/setup native
 	@scripts/test native
+
+tool:
+	@scripts/setup tool
+	@scripts/build tool zelsketch manual
+	@echo "tool: build/tool/zelsketch"
 
 bench:
 	@scripts/setup native windows device bench
