@@ -125,6 +125,10 @@ TEST_F(ToolTest, CheckTellsNotesFromDamage) {
         EXPECT_EQ(outcome.out.size() - 9, outcome.out.find("f: sound\n"));
         EXPECT_EQ(0, outcome.status);
     }
+    Put("f", Sample().replace(0x80, 1, "\2") + "x");  // in file order
+    EXPECT_EQ(Zelsketch({"check", "f"}).out.find("f: 0x00000080: note: "), 0u);
+    Put("f", File(R"({ "Header": { "FileVersion": 1 } })"));
+    EXPECT_EQ("f: sound\n", Zelsketch({"check", "f"}).out);
     Put("f", Sample().replace(0x80, 1, 1, '\0'));  // in front of old characters, as an emptied text has it
     EXPECT_EQ("f: sound\n", Zelsketch({"check", "f"}).out);
 }
