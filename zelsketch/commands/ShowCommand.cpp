@@ -35,7 +35,8 @@ ExitStatus ShowCommand::Show(const Console& console, const std::string& file) co
     if (isSalvaged) {
         salvaged = ForFile(file, [&] { return Salvager::Take(bytes); });
         bytes = salvaged.file;
-        for (const std::string& line : salvaged.Lines()) console.Complain(file + ": " + line);
+        for (const std::string& line : salvaged.Lines())
+            console.Complain(std::string(file).append(": ").append(line));
     } else if (!drawing) {
         TellOfSalvage(console, file, bytes);
     }
