@@ -124,6 +124,7 @@ TEST_F(EditTest, SetRefusesWhatDoesNotFit) {
         {"Header.CreationTime=24:00:00", "or a time as 23:59:59"},
         {"Definitions[0].Multiplier=1,5", "a number as 1.5 does"},
         {"Definitions[0].Multiplier=", "a number as 1.5 does"},
+        {"Definitions[0].Multiplier=inf", "a number as 1.5 does"},
         {"Header.FileVersion=5", "use convert"},
         {"Header.Flags=0", "readers look for the sections of 0x00000000, the file has those of 0x00000110"},
         {"Header.Signature=X", "not changed, it would be damaged at 0x00000000: Header.Signature"},
