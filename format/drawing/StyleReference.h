@@ -40,7 +40,8 @@ struct StyleReference {
         const auto code = static_cast<std::uint8_t>(reader.Peek(0));
         const bool isNamed = code == 0 || (otherCodes == Announces::kName && KeywordOf(code).empty());
         const std::size_t width = isNamed ? 2 + reader.Peek(1) : 1;
-        name.Put(NameIn(reader.Take({FieldKind::kStyle}, fieldName, width)));
+        const std::string_view found = NameIn(reader.Take({FieldKind::kStyle}, fieldName, width));
+        if (!found.empty()) name.Put(found);
     }
     // The name that the bytes of such a field stand for.
     static std::string_view NameIn(std::string_view bytes) {
