@@ -10,20 +10,8 @@
 namespace zel {
 namespace {
 
-constexpr const char* kKinds[] = {"changed", "added", "removed", "moved"};
-
-std::string Line(const Difference& difference) {
-    const auto orNone = [](const std::string& value) { return value.empty() ? "none" : value; };
-    std::string line = std::string(kKinds[difference.kind]) + ": " + difference.path;
-    if (difference.kind != Difference::kChanged) line += ' ' + Quoted(difference.code);
-    if (difference.kind == Difference::kMoved) line += " from " + difference.before;
-    if (difference.kind == Difference::kChanged)
-        line += ": " + orNone(difference.before) + " -> " + orNone(difference.after);
-    return line;
-}
-
 nlohmann::ordered_json Json(const Difference& difference) {
-    nlohmann::ordered_json json = {{"kind", kKinds[difference.kind]}, {"path", difference.path}};
+    nlohmann::ordered_json json = {{"kind", difference.KindText()}, {"path", difference.path}};
     if (difference.kind != Difference::kChanged) json["code"] = Utf8OfWindows1252(difference.code);
     if (difference.kind == Difference::kMoved) json["from"] = difference.before;
     if (difference.kind == Difference::kChanged) {
@@ -68,7 +56,7 @@ ExitStatus DiffCommand::Compare(const Console& console, const std::string& oldFi
         for (const Difference& difference : differences) all.push_back(Json(difference));
         console.out << all.dump(2) << '\n';
     } else {
-        for (const Difference& difference : differences) console.out << Line(difference) << '\n';
+        for (const Difference& difference : differences) console.out << LineText(difference) << '\n';
     }
     return differences.empty() ? kSound : kDamaged;
 }

@@ -57,6 +57,21 @@ std::vector<bool> LongestRise(const std::vector<std::uint32_t>& sequence) {
 
 }  // namespace
 
+const char* Difference::KindText() const {
+    constexpr const char* kKinds[] = {"changed", "added", "removed", "moved"};
+    return kKinds[kind];
+}
+
+std::string LineText(const Difference& difference) {
+    const auto orNone = [](const std::string& value) { return value.empty() ? "none" : value; };
+    std::string line = std::string(difference.KindText()) + ": " + difference.path;
+    if (difference.kind != Difference::kChanged) line += ' ' + Quoted(difference.code);
+    if (difference.kind == Difference::kMoved) line += " from " + difference.before;
+    if (difference.kind == Difference::kChanged)
+        line += ": " + orNone(difference.before) + " -> " + orNone(difference.after);
+    return line;
+}
+
 std::vector<Difference> Comparer::Compare(std::string_view oldFile, std::string_view newFile) {
     Comparer comparer(oldFile, newFile);
     comparer.pending_ = {{0, 0}};

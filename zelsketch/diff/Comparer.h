@@ -17,7 +17,11 @@ struct Difference {
     std::string code;    // of a definition that came, went or moved; 8-bit
     std::string before;  // a field's value, or the path that a definition had; empty where there was none
     std::string after;
+
+    const char* KindText() const;
 };
+// "moved: Definitions[2] "GAR" from Definitions[0]"
+std::string LineText(const Difference& difference);
 
 // Says what makes an old file a new one. Definitions of a list belong together if they are the same, or else
 // if they have the same code, in their order; one that differs in its code alone, in the same place, has got

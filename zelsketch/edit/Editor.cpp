@@ -28,6 +28,16 @@ void ExpectSound(const std::string& file, const char* what) {
 void ExpectSoundFile(const std::string& file) { ExpectSound(file, ""); }
 void ExpectSoundResult(const std::string& file) { ExpectSound(file, "not changed, it would be "); }
 
+// A damaged file may be mended value by value: it must not get worse.
+void ExpectNotWorse(const std::string& before, const std::string& after) {
+    const auto damages = [](const std::string& file) {
+        const Findings findings = Checker::Check(file);
+        return std::count_if(findings.begin(), findings.end(),
+                             [](const Finding& finding) { return finding.gravity == Finding::kDamage; });
+    };
+    if (damages(after) > damages(before)) ExpectSoundResult(after);
+}
+
 struct Assignment {
     // At the first "=" that is not within brackets.
     explicit Assignment(const std::string& text) {
@@ -188,7 +198,7 @@ Editor::Edit Editor::Set(const std::string& file, const std::vector<std::string>
     }
     edit.file = patches.Apply();
     ExpectSameSections(file, edit.file);
-    ExpectSoundResult(edit.file);
+    ExpectNotWorse(file, edit.file);
     return edit;
 }
 

@@ -1,13 +1,13 @@
 #include "FieldValue.h"
 
 #include <charconv>
-#include <cmath>
 #include <cstring>
 #include <optional>
 
 #include "zel/definition/FileHeader.h"
 #include "zel/survey/FieldText.h"
 #include "zel/text/Failure.h"
+#include "zel/text/Real.h"
 #include "zel/text/Text.h"
 #include "zel/text/Windows1252.h"
 
@@ -65,9 +65,7 @@ std::optional<std::int64_t> SecondsOf(const std::string& text) {
 }
 
 std::uint64_t WholeNumber(const Field& field, const std::string& value) {
-    const bool isSigned = field.kind == FieldKind::kSigned;
-    const std::int64_t most = (std::int64_t{1} << (8 * field.unit - (isSigned ? 1 : 0))) - 1;
-    const std::int64_t least = isSigned ? -most - 1 : 0;
+    const auto [least, most] = LimitsOf(field);
     std::optional<std::int64_t> number = value.substr(0, 2) == "0x"
                                              ? Parsed<std::int64_t>(std::string_view(value).substr(2), 16)
                                              : Parsed<std::int64_t>(value);
@@ -86,8 +84,8 @@ std::uint64_t RealBits(const Field& field, const std::string& value) {
     constexpr std::size_t kBits = 18;
     if (value.size() == kBits && value.substr(0, 2) == "0x")
         if (const auto bits = Parsed<std::uint64_t>(std::string_view(value).substr(2), 16)) return *bits;
-    const auto number = Parsed<double>(value, std::chars_format::general);
-    if (!number || !std::isfinite(*number))
+    const auto number = ParseDecimal(value);
+    if (!number)
         Fail(field,
              '"' + value + "\" does not fit, a number as 1.5 does, or 0x and the 16 digits of its bits");
     std::uint64_t bits = 0;
@@ -117,6 +115,12 @@ std::string BytesWithText(const Field& field, const std::string& text) {
 }
 
 }  // namespace
+
+Limits LimitsOf(const Field& field) {
+    const bool isSigned = field.kind == FieldKind::kSigned;
+    const std::int64_t most = (std::int64_t{1} << (8 * field.unit - (isSigned ? 1 : 0))) - 1;
+    return {isSigned ? -most - 1 : 0, most};
+}
 
 std::string PlainValue(const Field& field) {
     switch (field.kind) {

@@ -6,6 +6,7 @@
 #include "zel/survey/FileWalk.h"
 #include "zel/survey/FieldText.h"
 #include "zel/text/Failure.h"
+#include "zel/text/Real.h"
 #include "zel/text/Text.h"
 #include "zel/text/Windows1252.h"
 
@@ -187,9 +188,9 @@ std::uint64_t Assembler::RealBits(const JsonMember& member, const char* name) {
     std::uint64_t bits = 0;
     if (json_.TypeOf(member.value) == JsonText::Type::kNumber) {
         const std::string_view source = json_.Source(member.value);
-        double value = 0;
-        std::from_chars(source.data(), source.data() + source.size(), value);
-        std::memcpy(&bits, &value, sizeof bits);
+        const std::optional<double> value = ParseDecimal(source);
+        if (!value) FailAt(member, "a number that a double comes near");
+        std::memcpy(&bits, &*value, sizeof bits);
         return bits;
     }
     const JsonMember* given =

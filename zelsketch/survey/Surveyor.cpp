@@ -64,6 +64,15 @@ void Surveyor::SurveyDrawing(std::string_view bytes, std::int32_t version, Field
     surveyor.ShowLeftOver();
 }
 
+void Surveyor::SurveyDefinition(std::string_view file, std::size_t offset, std::int32_t version,
+                                const Place& place, FieldVisitor& visitor) {
+    Surveyor surveyor(file.substr(offset), visitor, offset);
+    surveyor.place_ = place;
+    surveyor.record_.SetVersion(version);
+    surveyor.record_.Head(surveyor);
+    surveyor.Take({FieldKind::kMarkedList}, DefinitionRecord::kNestedName, 1);
+}
+
 bool Surveyor::LooksLikeDefinition(std::string_view bytes, std::int32_t version) {
     InStep inStep;
     Surveyor surveyor(bytes, inStep);

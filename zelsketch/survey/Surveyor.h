@@ -24,6 +24,10 @@ public:
     // The drawing of a sketch of `version`.
     static void SurveyDrawing(std::string_view bytes, std::int32_t version, FieldVisitor& visitor,
                               std::size_t start = 0);
+    // The fields of one definition, up to the opening of its members, in a file whose definition starts
+    // there.
+    static void SurveyDefinition(std::string_view file, std::size_t offset, std::int32_t version,
+                                 const Place& place, FieldVisitor& visitor);
     // A definition of a file of `version`, up to the opening of its members and the byte behind that.
     // False where the bytes do not go on as a writer's would.
     static bool LooksLikeDefinition(std::string_view bytes, std::int32_t version);

@@ -1,13 +1,12 @@
 #include "Text.h"
 
-#include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 
 #include "zel/definition/CalendarDate.h"
 #include "zel/definition/FileHeader.h"
+#include "Real.h"
 #include "Windows1252.h"
 
 namespace zel {
@@ -53,8 +52,7 @@ std::string Decimal(std::uint64_t bits) {
     if (bits == kNegativeZero) return "-0.0";  // many take -0 for a whole number, which has no sign
     double value;
     std::memcpy(&value, &bits, sizeof value);
-    char text[32];
-    return {text, std::to_chars(text, text + sizeof text, value).ptr};
+    return ShortestDecimal(value);
 }
 
 std::string Printable(std::string_view text, std::string_view escaped) {
