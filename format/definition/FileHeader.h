@@ -63,6 +63,7 @@ public:
         std::int32_t day;
         std::int32_t seconds;
     };
+    // The inverse. Nothing here calls it: it is for host programs that set the dates of a header.
     static DateTime FileTimeToDateTime(std::int64_t ticks);
 
     // The sections that Flags name, in the direction of the archive.

@@ -12,7 +12,8 @@ public:
     virtual std::int16_t TypeCode() const = 0;
     // Receives the code that was read. Ignored by classes whose code is a constant.
     virtual void SetTypeCode(std::int16_t) {}
-    // The address of the record's own data, its first field; null where it has none.
+    // The address of the record's own data, its first field; null where it has none. Nothing here calls it:
+    // it is for host programs that know the type by its code.
     virtual const void* Body() const = 0;
 };
 
