@@ -41,7 +41,7 @@ dist:
 
 check:
 	@scripts/setup native
-	@scripts/test native
+	@TESTS="-LE slow" scripts/test native
 
 tool:
 	@scripts/setup tool

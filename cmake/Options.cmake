@@ -2,6 +2,10 @@
 add_library(zel_options INTERFACE)
 target_compile_options(zel_options INTERFACE
     $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wsuggest-override -Werror>)
+# The same sources give the same files.
+if(WIN32)
+    add_link_options(-Wl,--no-insert-timestamp)
+endif()
 if(WIN32 OR UNDER_CE)
     target_compile_definitions(zel_options INTERFACE UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN)
     # The module's size counts: the linker drops what nothing calls. COM hands out typed pointers through void**.

@@ -1,5 +1,7 @@
 # Interface headers and type libraries come from IDL by widl, with the IDL files and stdole2.tlb of Wine's own packages.
 find_program(ZEL_WIDL widl REQUIRED)
+# Or else widl stamps the time of the build into the type library.
+find_program(ZEL_FAKETIME faketime REQUIRED)
 find_path(ZEL_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows /usr/include/wine/windows
     NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 find_path(ZEL_STDOLE_FOLDER stdole2.tlb NO_CMAKE_FIND_ROOT_PATH REQUIRED
@@ -12,7 +14,8 @@ function(zel_type_library target name)
     set(idl ${CMAKE_CURRENT_SOURCE_DIR}/${name}.idl)
     add_custom_command(
         OUTPUT ${out}/${name}.h ${out}/${name}_i.c ${out}/${name}.tlb
-        COMMAND ${ZEL_WIDL} --win32 -t -h -u -I${ZEL_IDL_FOLDER} -L${ZEL_STDOLE_FOLDER} ${idl}
+        COMMAND ${CMAKE_COMMAND} -E env TZ=UTC ${ZEL_FAKETIME} -f "2001-01-01 00:00:00"
+            ${ZEL_WIDL} --win32 -t -h -u -I${ZEL_IDL_FOLDER} -L${ZEL_STDOLE_FOLDER} ${idl}
         WORKING_DIRECTORY ${out}
         DEPENDS ${idl}
         VERBATIM)
