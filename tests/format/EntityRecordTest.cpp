@@ -78,9 +78,9 @@ TEST(EntityRecord, ListsThatLieAboutTheirCountsCostLittle) {
     EXPECT_LT(total, 70000u);
 }
 
-TEST(EntityRecord, AHundredThousandLevelsNeedNoStack) {
+TEST(EntityRecord, ManyLevelsNeedNoStack) {
     std::string opening, closing = Hex("00 00 00"), written;
-    for (int i = 0; i < 100000; ++i) opening += Hex("00 01 00") + kGroup, closing += Hex("07 00");
+    for (int i = 0; i < kManyLevels; ++i) opening += Hex("00 01 00") + kGroup, closing += Hex("07 00");
     OnSmallStack([&] {
         TypedRecordList<EntityRecord> list;
         list.SetVersion(26);

@@ -33,6 +33,16 @@ inline std::string Hex(const std::string& text) {
     return bytes;
 }
 
+// How far apart a test cuts bytes: they are cut everywhere, on the handheld, where that takes minutes, in
+// some places.
+inline std::size_t CutStep([[maybe_unused]] std::string_view bytes) {
+#ifdef UNDER_CE
+    return bytes.size() / 20 + 1;
+#else
+    return 1;
+#endif
+}
+
 // For EXPECT_TRUE: where bytes differ, shows some of both from the first difference on.
 inline testing::AssertionResult SameBytes(std::string_view expected, std::string_view actual) {
     if (expected == actual) return testing::AssertionSuccess();

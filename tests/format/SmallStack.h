@@ -1,6 +1,6 @@
 #pragma once
 
-#ifndef _WIN32
+#if !defined(_WIN32) && !defined(UNDER_CE)
 #include <pthread.h>
 #endif
 
@@ -17,9 +17,16 @@ constexpr std::size_t kSmallStack = 512 * 1024;
 constexpr std::size_t kSmallStack = 64 * 1024;
 #endif
 
+// Nested levels that no stack holds; the handheld's memory holds no more.
+#ifdef UNDER_CE
+constexpr int kManyLevels = 12000;
+#else
+constexpr int kManyLevels = 100000;
+#endif
+
 template <class Body>
 void OnSmallStack(Body body) {
-#ifdef _WIN32  // its own stack is small enough for such a depth
+#if defined(_WIN32) || defined(UNDER_CE)  // its own stack is small enough for such a depth
     body();
 #else
     const auto run = [](void* context) -> void* { return (*static_cast<Body*>(context))(), nullptr; };
