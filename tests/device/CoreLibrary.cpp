@@ -188,6 +188,12 @@ void Handheld::DefineFiles() {
         return Word{1};
     });
     Define("WriteFile", [this] {
+        constexpr Word kOutput = 1;
+        if (A(0) == kOutput) {
+            shown += machine.Bytes(A(1), A(2));
+            machine.Write(A(3), A(2));
+            return Word{1};
+        }
         OpenFile& file = open_.at(A(0));
         std::string& bytes = files.at(file.name);
         if (diskLeft >= 0 && A(2) > static_cast<Word>(diskLeft)) return Fail(kDiskFull);
@@ -204,7 +210,10 @@ void Handheld::DefineFiles() {
         file.position = from + static_cast<std::size_t>(static_cast<std::int32_t>(A(1)));
         return static_cast<Word>(file.position);
     });
-    Define("GetFileSize", [this] { return static_cast<Word>(files.at(open_.at(A(0)).name).size()); });
+    Define("GetFileSize", [this] {
+        if (!open_.count(A(0))) return kNoHandle;
+        return static_cast<Word>(files.at(open_.at(A(0)).name).size());
+    });
 }
 
 void Handheld::DefineModules() {
