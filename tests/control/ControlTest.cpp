@@ -156,6 +156,8 @@ TEST_F(ControlTest, AStreamHoldsTheExtentAndADamagedOneChangesNothing) {
     EXPECT_EQ(persist->IsDirty(), S_FALSE) << "nothing has changed";
 }
 
+BOOL CALLBACK Stop(ULONG_PTR) { return FALSE; }
+
 TEST_F(ControlTest, AnswersForAllOfItsContentAlone) {
     const auto view = store_.As<IViewObjectEx>();
     const auto data = store_.As<IDataObject>();
@@ -164,9 +166,8 @@ TEST_F(ControlTest, AnswersForAllOfItsContentAlone) {
     EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, 0, nullptr, &size), S_OK);
     EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, 1, nullptr, &size), DV_E_LINDEX);
     EXPECT_EQ(view->GetExtent(DVASPECT_ICON, -1, nullptr, &size), DV_E_DVASPECT);
-    BOOL(CALLBACK* const stop)(ULONG_PTR) = [](ULONG_PTR) -> BOOL { return FALSE; };
     const HDC hdc = GetDC(nullptr);
-    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, hdc, &bounds, nullptr, stop, 0),
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, hdc, &bounds, nullptr, Stop, 0),
               E_ABORT);
     ReleaseDC(nullptr, hdc);
     for (const auto& [mode, extent] :
