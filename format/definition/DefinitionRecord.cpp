@@ -14,8 +14,9 @@
 
 namespace zel {
 
-DefinitionRecord::DefinitionRecord(const DefinitionRecord& other) : Record(other), Members(other.Members) {
-    CopyFields(other);
+DefinitionRecord::DefinitionRecord(const DefinitionRecord& other)
+    : Record(other), DefinitionFields(other), Members(other.Members) {
+    DefinitionRecord::Normalize();
 }
 
 DefinitionRecord& DefinitionRecord::operator=(const DefinitionRecord& other) {
