@@ -1,7 +1,7 @@
 import { element } from "./dom.js";
 
 // The fields of the header or of one definition, each with its value to edit and the limits of its field.
-// `actions`: put(name, text) resolves, or rejects with what would fit; mark(field) shows the field's bytes.
+// `actions`: put(row, name, text) resolves, or rejects with what would fit; mark(field) shows the field's bytes.
 export class Details {
     constructor(form, actions) {
         this.form_ = form;
@@ -9,7 +9,8 @@ export class Details {
         form.addEventListener("submit", (event) => event.preventDefault());
     }
 
-    show(title, fields) {
+    show(row, title, fields) {
+        this.shown_ = row;
         this.form_.replaceChildren(element("h2", {}, title), ...fields.map((field) => this.row_(field)));
     }
 
@@ -30,20 +31,21 @@ export class Details {
             "aria-describedby": `${id}-hint ${id}-note`,
             autocomplete: "off",
             spellcheck: "false",
-            inputmode: field.kind === "number" ? "numeric" : field.kind === "double" ? "decimal" : null,
+            inputmode: field.least === 0 ? "numeric" : null,
             disabled: isMissing,
         });
         const hint = element("span", { id: `${id}-hint`, class: "hint" }, this.limit_(field, field.value));
         const note = element("span", { class: "note", id: `${id}-note` }, field.note);
         const fault = element("span", { class: "fault", role: "alert" });
-        const row = element("div", { class: "field" }, element("label", { for: id }, field.name), input, hint, note, fault);
+        const line = element("div", { class: "field" }, element("label", { for: id }, field.name), input, hint, note, fault);
         input.addEventListener("input", () => (hint.textContent = this.limit_(field, input.value)));
+        const row = this.shown_;
         const commit = async () => {
             if (input.value === field.value) return;
             try {
                 fault.textContent = "";
                 input.removeAttribute("aria-invalid");
-                await this.actions_.put(field.name, input.value);
+                await this.actions_.put(row, field.name, input.value);
             } catch (error) {
                 fault.textContent = error.message;
                 input.setAttribute("aria-invalid", "true");
@@ -59,8 +61,8 @@ export class Details {
                 hint.textContent = this.limit_(field, input.value);
             }
         });
-        for (const happening of ["focusin", "mouseenter"]) row.addEventListener(happening, () => this.actions_.mark(field));
-        return row;
+        for (const happening of ["focusin", "mouseenter"]) line.addEventListener(happening, () => this.actions_.mark(field));
+        return line;
     }
 
     // "12 of 19 characters", "0 to 255".

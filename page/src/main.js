@@ -31,7 +31,7 @@ const tree = new Tree(byId("tree"), {
     indexOf: (row) => call("indexOf", row),
 });
 const details = new Details(byId("details"), {
-    put: (name, text) => change("set", current.row, name, text),
+    put: (row, name, text) => change("set", row, name, text),
     mark: (field) => mark(field),
 });
 const bytes = new Bytes(byId("bytes"), {
@@ -58,7 +58,7 @@ async function mark(field) {
 async function select(row, marks = true) {
     current.row = row;
     const { title, fields } = await call("fields", row);
-    details.show(title, fields);
+    details.show(row, title, fields);
     byId("header").setAttribute("aria-pressed", String(row === kHeader));
     if (marks && fields.length) await mark(fields[0]);
 }
