@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "Handheld.h"
+#include "zel/emulator/Handheld.h"
 
 namespace zel {
 namespace {

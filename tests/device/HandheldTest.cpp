@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Client.h"
+#include "zel/emulator/Client.h"
 #include "format/HexDump.h"
 
 namespace zel {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Client.h"
+#include "zel/emulator/Client.h"
 
 namespace zel {
 namespace {

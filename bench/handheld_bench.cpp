@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "Client.h"
+#include "zel/emulator/Client.h"
 
 namespace zel {
 namespace {
