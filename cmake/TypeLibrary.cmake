@@ -1,5 +1,6 @@
 # Interface headers and type libraries come from IDL by widl, with the IDL files and stdole2.tlb of Wine's own packages.
-find_program(ZEL_WIDL widl REQUIRED)
+# Debian's wine64-tools alone have it under the second name.
+find_program(ZEL_WIDL NAMES widl widl-stable REQUIRED)
 # Or else widl stamps the time of the build into the type library.
 find_program(ZEL_FAKETIME faketime REQUIRED)
 find_path(ZEL_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows /usr/include/wine/windows

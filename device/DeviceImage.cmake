@@ -39,7 +39,8 @@ function(zel_device_image target kind name)
     set(resources "")
     if(arg_RC)
         add_custom_command(OUTPUT ${out}/${target}.rsrc VERBATIM
-            COMMAND ${ZEL_DEVICE_WINDRES} -O coff -I${CMAKE_CURRENT_SOURCE_DIR} -I${out} ${arg_RC} ${out}/${target}.res.o
+            COMMAND ${ZEL_DEVICE_WINDRES} -O coff -D_WIN32 -I/usr/share/mingw-w64/include
+            -I${CMAKE_CURRENT_SOURCE_DIR} -I${out} ${arg_RC} ${out}/${target}.res.o
             COMMAND ${ZEL_DEVICE_OBJCOPY} -O binary -j .rsrc ${out}/${target}.res.o ${out}/${target}.rsrc
             DEPENDS ${arg_RC} ${arg_RC_DEPENDS})
         set(resources ${out}/${target}_resources.s)
