@@ -303,7 +303,9 @@ private:
 class Encoding {
 public:
     // Geometries keep the version that they were read with.
-    Encoding(int fileVersion, int readVersion) : version(fileVersion), geometryVersion(readVersion) {}
+    Encoding(int fileVersion, int readVersion) : version(fileVersion), geometryVersion(readVersion) {
+        bytes_.reserve(4096);
+    }
 
     bool Done() const { return false; }
     const std::string& Bytes() const { return bytes_; }

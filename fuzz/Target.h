@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
+#include <istream>
+#include <ostream>
+#include <streambuf>
 #include <string>
 #include <string_view>
 
@@ -34,11 +36,37 @@ public:
     std::size_t Left() const { return static_cast<std::size_t>(egptr() - gptr()); }
 };
 
-inline std::string Image(Record& record) {
-    std::ostringstream stream;
-    record.Write(stream);
-    Check(stream.good(), "writing to memory never fails");
-    return stream.str();
+// What records write, in room that is kept from one to the next but handed out bit by bit, so that buffers
+// end in all places.
+class Output : public std::streambuf {
+public:
+    std::string_view Image(Record& record) {
+        Give(0);
+        std::ostream stream(this);
+        record.Write(stream);
+        Check(stream.good(), "writing to memory never fails");
+        return {pbase(), static_cast<std::size_t>(pptr() - pbase())};
+    }
+
+private:
+    int_type overflow(int_type character) override {
+        Give(static_cast<std::size_t>(pptr() - pbase()));
+        return sputc(traits_type::to_char_type(character));
+    }
+    void Give(std::size_t used) {
+        const std::size_t size = 2 * used + 64;
+        if (size > room_.size()) room_.resize(size);
+        setp(room_.data(), room_.data() + size);
+        pbump(static_cast<int>(used));
+    }
+
+    std::string room_;
+};
+
+// Good until the next.
+inline std::string_view Image(Record& record) {
+    static Output output;
+    return output.Image(record);
 }
 
 }  // namespace zel

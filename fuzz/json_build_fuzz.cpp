@@ -1,6 +1,8 @@
 // Any JSON as a file: it is refused in one line that says where, or makes a file whose own JSON makes the
 // same file.
 
+#include <sstream>
+
 #include "zel/json/Assembler.h"
 #include "zel/json/JsonWriter.h"
 #include "zel/survey/Surveyor.h"

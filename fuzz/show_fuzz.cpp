@@ -1,5 +1,7 @@
 // Any bytes as a file that is shown: its JSON makes the same bytes, the page and the dump show something.
 
+#include <sstream>
+
 #include "zel/json/Assembler.h"
 #include "zel/json/JsonWriter.h"
 #include "zel/print/HexPrinter.h"
