@@ -2,11 +2,13 @@
 ' Makes a definition file from nothing: a dozen areas as an appraisal office uses them.
 Option Explicit
 
-Dim files, path, store, all
+Dim files, path, again, store, all
 If WScript.Arguments.Count <> 1 Then Fail "usage: cscript build.vbs FILE"
 path = WScript.Arguments(0)
 Set files = CreateObject("Scripting.FileSystemObject")
-If files.FileExists(path) Or files.FolderExists(path) Then Fail "there is such a file already: " & path
+again = path & ".again"
+If IsThere(path) Then Fail "there is such a file already: " & path
+If IsThere(again) Then Fail "there is such a file already: " & again
 
 Set store = CreateObject("ZEL_BRU.BRU_Store")
 Set all = store.Definitions
@@ -74,36 +76,28 @@ Sub AddMember(definition, code, name)
     definition.Members.Add NewDefinition(code, name, "", 1)
 End Sub
 
-' A write that fails half-way is not reported, but leaves fewer bytes; such a file is taken away again. Where others have
-' worked on the definitions, read back what was saved and compare all of it, as edit.vbs does.
+Function IsThere(path)
+    IsThere = files.FileExists(path) Or files.FolderExists(path)
+End Function
+
+' A write that fails half-way is not reported: on a full disk the file lacks its end, and one that is saved beside it has
+' nothing. Such a file is taken away again. Where others have worked on the definitions, read back what was saved and
+' compare all of it, as edit.vbs does.
 Sub SaveWhole(store, path)
+    Dim whole, size
     If store.SaveToFile(path) <> 0 Then Fail "this version of a file cannot be saved"
     If Not files.FileExists(path) Then Fail "cannot write " & path
-    If files.GetFile(path).Size = SizeOf(store) Then Exit Sub
+    size = files.GetFile(path).Size
+    store.SaveToFile again
+    whole = files.FileExists(again)
+    If whole Then
+        whole = size > 0 And files.GetFile(again).Size = size
+        files.DeleteFile again
+    End If
+    If whole Then Exit Sub
     files.DeleteFile path
     Fail "cannot be saved whole: " & path
 End Sub
-
-' The bytes of a file that holds what the store does and no more, in a code page of one byte a character.
-Function SizeOf(store)
-    Dim version
-    version = CInt(store.Header.FileVersion)
-    SizeOf = 54 + SizeOfList(store.Definitions, version)
-    If store.Header.Flags And 16 Then SizeOf = SizeOf + 11
-    If store.Header.Flags And 256 Then SizeOf = SizeOf + 42
-    If version >= 4 Then SizeOf = SizeOf + 1
-    If version >= 5 Then SizeOf = SizeOf + 4
-End Function
-
-Function SizeOfList(definitions, version)
-    Dim d
-    SizeOfList = 2
-    For Each d In definitions
-        SizeOfList = SizeOfList + 111 + Len(d.AreaCode) + SizeOfList(d.Members, version)
-        If version >= 2 Then SizeOfList = SizeOfList + 1
-        If version >= 3 Then SizeOfList = SizeOfList + 2 + Len(d.SubtractAreaCode)
-    Next
-End Function
 
 Sub Fail(message)
     WScript.Echo message

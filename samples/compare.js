@@ -5,8 +5,14 @@
 var storeNames = "DefinitionType Flags".split(" ");
 var headerNames = ("Signature Type FileVersion TarnVersion Flags CreationDate CreationTime CreatedBy CreatedByVersion " +
     "ModifiedDate ModifiedTime LastModifiedBy ModifiedByVersion ProgramVersionSignature").split(" ");
-var definitionNames = ("AreaName AreaDescription CalcType DimensionType FillColor FillPattern Hidden LineColor Multiplier " +
-    "PostArea PostDescription SegmentStyle SubtractAreaCode WallHeight WallWidth").split(" ");
+// Name, bytes in a file (a code has two and its characters), version of the first file that has it.
+var definitionFields = [
+    ["AreaCode", "code", 0], ["AreaDescription", 21, 0], ["AreaName", 21, 0], ["CalcType", 1, 0], ["DimensionType", 1, 0],
+    ["FillColor", 2, 0], ["FillPattern", 2, 0], ["Hidden", 1, 2], ["LineColor", 2, 0], ["Multiplier", 8, 0],
+    ["PostArea", 1, 0], ["PostDescription", 1, 0], ["SegmentStyle", 33, 0], ["SubtractAreaCode", "code", 3],
+    ["WallHeight", 8, 0], ["WallWidth", 8, 0]];
+var definitionNames = [];
+for (var n = 0; n < definitionFields.length; ++n) definitionNames.push(definitionFields[n][0]);
 var differences = 0;
 
 if (WScript.Arguments.length != 2) Fail("usage: cscript compare.js OLD NEW");
@@ -58,7 +64,7 @@ function Load(path) {
     var files = new ActiveXObject("Scripting.FileSystemObject"), store = new ActiveXObject("ZEL_BRU.BRU_Store");
     if (!files.FileExists(path)) Fail("no such file: " + path);
     // A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
-    store.Header.FileVersion = 6;
+    store.Header.FileVersion = 255;
     store.SaveToFile("");
     if (store.LoadFromFile(path) != 0) Fail("not a file that can be opened and read: " + path);
     if (files.GetFile(path).Size != SizeOf(store)) Say("damaged, or more than definitions: " + path);
@@ -76,9 +82,11 @@ function SizeOfList(definitions, version) {
     var size = 2;
     for (var each = new Enumerator(definitions); !each.atEnd(); each.moveNext()) {
         var d = each.item();
-        size += 111 + d.AreaCode.length + SizeOfList(d.Members, version);
-        if (version >= 2) size += 1;
-        if (version >= 3) size += 2 + d.SubtractAreaCode.length;
+        size += SizeOfList(d.Members, version);
+        for (var i = 0; i < definitionFields.length; ++i) {
+            var name = definitionFields[i][0], bytes = definitionFields[i][1], since = definitionFields[i][2];
+            if (version >= since) size += bytes == "code" ? 2 + d[name].length : bytes;
+        }
     }
     return size;
 }

@@ -10,7 +10,7 @@ If Not files.FileExists(WScript.Arguments(0)) Then Fail "no such file: " & WScri
 
 ' A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
 Set store = CreateObject("ZEL_BRU.BRU_Store")
-store.Header.FileVersion = 6
+store.Header.FileVersion = 255
 store.SaveToFile ""
 If store.LoadFromFile(WScript.Arguments(0)) <> 0 Then Fail "not a file that can be opened and read"
 If files.GetFile(WScript.Arguments(0)).Size <> SizeOf(store) Then Fail "damaged, or more than definitions, which a save would lose"

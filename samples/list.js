@@ -7,7 +7,7 @@ if (!new ActiveXObject("Scripting.FileSystemObject").FileExists(path)) Fail("no 
 
 var store = new ActiveXObject("ZEL_BRU.BRU_Store");
 // A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
-store.Header.FileVersion = 6;
+store.Header.FileVersion = 255;
 store.SaveToFile("");
 if (store.LoadFromFile(path) != 0) Fail("not a file that can be opened and read");
 

@@ -8,7 +8,7 @@ If Not CreateObject("Scripting.FileSystemObject").FileExists(WScript.Arguments(0
 Dim store
 Set store = CreateObject("ZEL_BRU.BRU_Store")
 ' A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
-store.Header.FileVersion = 6
+store.Header.FileVersion = 255
 store.SaveToFile ""
 If store.LoadFromFile(WScript.Arguments(0)) <> 0 Then Fail "not a file that can be opened and read"
 

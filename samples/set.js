@@ -2,10 +2,17 @@
 // Sets one property of every definition with that code, at any depth, and saves the file in its place. The file is
 // replaced only by one that was read back and compared, and only if it holds nothing that the store does not.
 
+var storeNames = "DefinitionType Flags".split(" ");
 var headerNames = ("Signature Type FileVersion TarnVersion Flags CreationDate CreationTime CreatedBy CreatedByVersion " +
     "ModifiedDate ModifiedTime LastModifiedBy ModifiedByVersion ProgramVersionSignature").split(" ");
-var definitionNames = ("AreaCode AreaName AreaDescription CalcType DimensionType FillColor FillPattern Hidden LineColor " +
-    "Multiplier PostArea PostDescription SegmentStyle SubtractAreaCode WallHeight WallWidth").split(" ");
+// Name, bytes in a file (a code has two and its characters), version of the first file that has it.
+var definitionFields = [
+    ["AreaCode", "code", 0], ["AreaDescription", 21, 0], ["AreaName", 21, 0], ["CalcType", 1, 0], ["DimensionType", 1, 0],
+    ["FillColor", 2, 0], ["FillPattern", 2, 0], ["Hidden", 1, 2], ["LineColor", 2, 0], ["Multiplier", 8, 0],
+    ["PostArea", 1, 0], ["PostDescription", 1, 0], ["SegmentStyle", 33, 0], ["SubtractAreaCode", "code", 3],
+    ["WallHeight", 8, 0], ["WallWidth", 8, 0]];
+var definitionNames = [];
+for (var n = 0; n < definitionFields.length; ++n) definitionNames.push(definitionFields[n][0]);
 
 if (WScript.Arguments.length != 4) Fail("usage: cscript set.js FILE CODE PROPERTY VALUE");
 var path = WScript.Arguments(0), code = WScript.Arguments(1), property = WScript.Arguments(2), value = WScript.Arguments(3);
@@ -49,7 +56,7 @@ function Put(definition) {
 // version it holds; so it is made to hold one that is refused.
 function Load(path) {
     var loaded = new ActiveXObject("ZEL_BRU.BRU_Store");
-    loaded.Header.FileVersion = 6;
+    loaded.Header.FileVersion = 255;
     loaded.SaveToFile("");
     return loaded.LoadFromFile(path) == 0 ? loaded : null;
 }
@@ -93,7 +100,7 @@ function FreeName(path, ending) {
 }
 
 function SameFiles(a, b) {
-    return a.DefinitionType === b.DefinitionType && a.Flags === b.Flags && Same(headerNames, a.Header, b.Header) &&
+    return Same(storeNames, a, b) && Same(headerNames, a.Header, b.Header) &&
         SameTrees(a.Definitions, b.Definitions);
 }
 
@@ -125,9 +132,11 @@ function SizeOfList(definitions, version) {
     var size = 2;
     for (var each = new Enumerator(definitions); !each.atEnd(); each.moveNext()) {
         var d = each.item();
-        size += 111 + d.AreaCode.length + SizeOfList(d.Members, version);
-        if (version >= 2) size += 1;
-        if (version >= 3) size += 2 + d.SubtractAreaCode.length;
+        size += SizeOfList(d.Members, version);
+        for (var i = 0; i < definitionFields.length; ++i) {
+            var name = definitionFields[i][0], bytes = definitionFields[i][1], since = definitionFields[i][2];
+            if (version >= since) size += bytes == "code" ? 2 + d[name].length : bytes;
+        }
     }
     return size;
 }

@@ -68,7 +68,7 @@ int Run(const wchar_t* file) {
     Check(store.CreateInstance(L"ZEL_BRU.BRU_Store"));
     const _variant_t header = Get(store, L"Header"), definitions = Get(store, L"Definitions");
     // A store answers a load that opens nothing by the version it holds; this one holds one that is refused.
-    Put(V_DISPATCH(&header), L"FileVersion", 6L);
+    Put(V_DISPATCH(&header), L"FileVersion", 255L);
     Call(store, L"SaveToFile", L"");
     if (static_cast<long>(Call(store, L"LoadFromFile", file)) != 0)
         return std::printf("not a file that can be opened and read\n"), 1;

@@ -102,7 +102,7 @@ IBRU_StorePtr Load(const wchar_t* file) {
     Check(store.CreateInstance(CLSID_BRU_Store));
     IZEL_HeaderPtr header;
     Check(store->get_Header(&header));
-    Check(header->put_FileVersion(6));
+    Check(header->put_FileVersion(255));
     long result = 0;
     Check(store->SaveToFile(_bstr_t(L""), &result));
     Check(store->LoadFromFile(_bstr_t(file), &result));
