@@ -1,12 +1,3 @@
-// A definition in the file:
-//
-//   order  width  field                        present from version
-//   1      2 + c  AreaCode                     always
-//   2      109    Multiplier .. DimensionType  always
-//   3      1      Hidden                       2
-//   4      2 + c  SubtractAreaCode             3
-//   5      2 + n  Members                      always
-
 #include "DefinitionRecord.h"
 
 #include "zel/list/MarkerFraming.h"

@@ -104,6 +104,7 @@ void DefinitionBlock::EachField(Archive& archive) {
     archive.Field(DimensionType, "DimensionType");
 }
 
+// The layout of a definition, up to its members. docs/format.md has it as a table, which a test compares.
 template <class Archive>
 void DefinitionRecord::Head(Archive& archive) {
     archive.SetVersion(GetVersion());

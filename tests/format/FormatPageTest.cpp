@@ -151,13 +151,8 @@ TEST(FormatPage, TellsTheWidthsOfDrawingsOfEachVersion) {
 
 TEST(Pages, NameTheVersionsThatAreKnown) {
     const std::tuple<const char*, const char*, std::int32_t> mentions[] = {
-        {"README.md", "versions 0 to (\\d+)", SketchFile::kNewestVersion},
-        {"README.md", "versions 1 to (\\d+)", SketchFile::kNewestVersion},
         {"docs/format.md", "versions 0 to (\\d+)", SketchFile::kNewestVersion},
-        {"docs/automation.md", "version is not 0 to (\\d+)", SketchFile::kNewestVersion},
-        {"docs/automation.md", "version(?: is not|s) 1 to (\\d+)", SketchFile::kNewestVersion},
-        {"docs/automation.md", "(?:in a fresh store|empty file of) version (\\d+)",
-         SketchFile::kVersionOfNewFiles},
+        {"docs/format.md", "New files have version (\\d+)", SketchFile::kVersionOfNewFiles},
     };
     for (const auto& [page, mention, version] : mentions) {
         std::ifstream file(ZEL_PAGES + std::string(page));

@@ -67,9 +67,11 @@ private:
     std::size_t next_ = 0;
 };
 
-// Field by field, each tested by nobody; a list's next byte is read and given back.
+// An archive that reads field by field and tests nothing; a list's next byte is read and given back.
 struct PlainReader {
+    static constexpr bool kReads = true;
     std::istream& stream;
+    std::int32_t version = 0;
 
     void File(SketchFile& file) {
         HeaderImage& image = file.header.image;
@@ -80,27 +82,33 @@ struct PlainReader {
         if (image.Flags & 0x100) Bytes(&image.ModifiedByVersion, 21);
         file.header.Normalize();
         file.SetVersion(file.header.GetVersion());
-        if (file.GetVersion() >= 4) Bytes(&file.DefinitionType, 1);
-        if (file.GetVersion() >= 5) Bytes(&file.FileFlags, 4);
+        SetVersion(file.GetVersion());
+        file.Trailer(*this);
         List(file.definitions);
     }
     void List(DefinitionList& list) {
-        for (Byte(); Byte() != 0; Record(list.Append())) stream.rdbuf()->sungetc();
+        for (Byte(); Byte() != 0;) {
+            stream.rdbuf()->sungetc();
+            DefinitionRecord& record = list.Append();
+            record.Head(*this);
+            List(record.Members);
+        }
     }
-    void Record(DefinitionRecord& record) {
-        Text(record.AreaCode.text);
-        Bytes(&record.block, 109);
-        if (record.GetVersion() >= 2) Bytes(&record.Hidden, 1);
-        if (record.GetVersion() >= 3) Text(record.SubtractAreaCode.text);
-        record.Normalize();
-        List(record.Members);
+    void SetVersion(std::int32_t value) { version = value; }
+    template <class T>
+    void Since(std::int32_t introduced, T& field, const char* name) {
+        if (version >= introduced) Field(field, name);
     }
-    void Text(std::string& text) {
+    template <class T>
+    void Field(T& field, const char*) {
+        Bytes(&field, sizeof field);
+    }
+    void Field(ShortString& field, const char*) {
         Byte();
         std::string characters(Byte(), '\0');
         if (characters.empty()) return;
         Bytes(characters.data(), characters.size());
-        text = characters.c_str();
+        field.text = characters.c_str();
     }
     std::uint8_t Byte() {
         std::uint8_t byte = 0;

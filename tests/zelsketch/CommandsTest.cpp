@@ -52,12 +52,18 @@ TEST_F(ToolTest, ListIsOneTableOfAllFiles) {
     EXPECT_EQ(1, page.status);
     const std::string fields =
         "AreaCode,Multiplier,CalcType,AreaName,AreaDescription,WallWidth,WallHeight,SegmentStyle,FillPattern,"
-        "LineColor,FillColor,PostDescription,PostArea,DimensionType,Hidden,SubtractAreaCode\n";
-    EXPECT_EQ("File,Place," + fields +
-                  "a,Definitions[0],GLA1,0.5,0,K\u00fcche,,0,0,,0,0,0,0,0,0,1,\n"
-                  "a,Definitions[0].Members[0],P\x1bQ,0,0,,,0,0,,0,0,0,0,0,0,0,\n"
-                  "b,Definitions[0],A,0,0,\"1,\"\"2\"\"\",a\tb\\,inf,0,,0,0,0,0,0,0,0,GAR\n",
-              Zelsketch({"list", "--csv", "a", "b"}).out);
+        "LineColor,FillColor,PostDescription,PostArea,DimensionType,Hidden,SubtractAreaCode";  // and what
+                                                                                               // later
+                                                                                               // versions
+                                                                                               // have
+    std::istringstream rows(Zelsketch({"list", "--csv", "a", "b"}).out);
+    std::string row;
+    for (const std::string& expected :
+         {"File,Place," + fields, std::string("a,Definitions[0],GLA1,0.5,0,K\u00fcche,,0,0,,0,0,0,0,0,0,1,"),
+          std::string("a,Definitions[0].Members[0],P\x1bQ,0,0,,,0,0,,0,0,0,0,0,0,0,"),
+          std::string("b,Definitions[0],A,0,0,\"1,\"\"2\"\"\",a\tb\\,inf,0,,0,0,0,0,0,0,0,GAR")})
+        EXPECT_EQ(expected, std::getline(rows, row) ? row.substr(0, expected.size()) : "");
+    EXPECT_FALSE(std::getline(rows, row));
     const std::string tabs = Zelsketch({"list", "--tsv", "b"}).out;
     EXPECT_NE(std::string::npos, tabs.find("\nb\tDefinitions[0]\tA\t0\t0\t1,\"2\"\ta\\tb\\\\\tinf\t"));
 }

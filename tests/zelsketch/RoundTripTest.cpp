@@ -93,14 +93,14 @@ TEST(RoundTrip, OddFilesOfEveryVersion) {
 TEST(RoundTrip, ConversionIsWhatLoadingAndSavingGives) {
     std::mt19937 random(741);
     std::size_t dropped = 0, kept = 0;
-    for (int from = 0; from <= 5; ++from) {
+    for (int from = 0; from <= SketchFile::kNewestVersion; ++from) {
         for (int i = 0; i < 200; ++i) {
             const std::string sample = SampleOf(from, i % 3 ? 0x110 : 0);
             const std::string file = i % 2 ? Mutated(sample, random) : sample;
             SketchFile loaded;
             std::istringstream stream(file);
             if (!loaded.Read(stream).good() || !loaded.HasDefinitions()) continue;
-            const int to = 1 + i % 5;
+            const int to = 1 + i % SketchFile::kNewestVersion;
             const Conversion conversion = Converter::Convert(file, to);
             const bool dropsBytes = Written(loaded).replace(12, 4, file, 12, 4) != file;
             ASSERT_EQ(dropsBytes, conversion.dropsBytes);
