@@ -30,8 +30,8 @@ const Row<HeaderImage> kHeader[] = {
     {0, kOn, Form::kCounted, 21, At<&HeaderImage::ModifiedByVersion>, &HasFlag<0x100>},
 };
 const Row<SketchFile> kTrailer[] = {
-    {4, 5, Form::kRaw, 1, At<&SketchFile::DefinitionType>},
-    {5, 5, Form::kRaw, 4, At<&SketchFile::FileFlags>},
+    {4, kOn, Form::kRaw, 1, At<&SketchFile::DefinitionType>},
+    {5, kOn, Form::kRaw, 4, At<&SketchFile::FileFlags>},
 };
 const Row<DefinitionRecord> kAreaCode[] = {{0, kOn, Form::kShort, 0, At<&DefinitionRecord::AreaCode>}};
 const Row<DefinitionBlock> kBlock[] = {
@@ -71,7 +71,7 @@ void PassFile(Pass& pass, const SketchFile& file) {
     pass.Rows(kHeader, file.header.image, pass.version);
     Check(file.header.GetVersion() == pass.version && file.header.image.FileVersion == pass.version % 256,
           "a header has the version of its file");
-    if (pass.Done() || pass.version > 5) return;
+    if (pass.Done() || pass.version > SketchFile::kNewestVersion) return;
     pass.Rows(kTrailer, file, pass.version);
     PassDefinitions(pass, file.definitions);
 }
