@@ -14,6 +14,13 @@ inline const std::string& GuidOf(const Handheld& handheld, const std::string& na
     throw Fault("the library has no " + name);
 }
 
+// The identifier of a system's interface: its first number, the others are the same for all.
+inline std::string SystemIid(Word first) {
+    std::string bytes("\0\0\0\0\0\0\0\0\xC0\0\0\0\0\0\0\x46", 16);
+    for (int i = 0; i < 4; ++i) bytes[static_cast<std::size_t>(i)] = static_cast<char>(first >> 8 * i);
+    return bytes;
+}
+
 // A new object of a class, by the interface of its name.
 inline Word NewObject(Handheld& handheld, const std::string& name) {
     Word object = 0;

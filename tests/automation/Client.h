@@ -5,14 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <utility>
 
 #include "zel/automation/BRU_Store.h"
 #include "zel/com/Bstr.h"
-#include "HexDump.h"
 #include "zel/com/Object.h"
 #include "zel/com/Variant.h"
 #include "zel/automation/ZEL_Definition.h"
@@ -28,7 +25,8 @@ inline ULONG References(IUnknown& object) {
 inline HRESULT Call(IDispatch& object, const wchar_t* name, WORD flags, VARIANT* argument, VARIANT* value) {
     auto* text = const_cast<wchar_t*>(name);
     DISPID member = DISPID_UNKNOWN, put = DISPID_PROPERTYPUT;
-    object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &member);
+    const HRESULT known = object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &member);
+    if (FAILED(known)) return known;
     const bool puts = flags & DISPATCH_PROPERTYPUT;
     DISPPARAMS arguments{argument, puts ? &put : nullptr, argument ? 1u : 0u, puts ? 1u : 0u};
     return object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, value, nullptr, nullptr);
@@ -44,13 +42,6 @@ inline std::wstring Get(IDispatch& object, const wchar_t* name) {
     Variant value;
     EXPECT_EQ(S_OK, Call(object, name, DISPATCH_PROPERTYGET, nullptr, value.Out())) << name;
     return AsText(std::move(value));
-}
-inline void Put(IDispatch& object, const wchar_t* name, const std::wstring& text) {
-    const Bstr owner(text.c_str());
-    VARIANT value;
-    V_VT(&value) = VT_BSTR;
-    V_BSTR(&value) = owner.Get();
-    EXPECT_EQ(S_OK, Call(object, name, DISPATCH_PROPERTYPUT, &value, nullptr)) << name;
 }
 
 inline ComPtr<ZEL_Definition> AddNew(IZEL_Collection& items, const wchar_t* code) {
@@ -92,11 +83,6 @@ protected:
         _wremove(kFile);
         EXPECT_EQ(0, Module::LockCount());
     }
-
-    static std::string FileBytes() {
-        return {std::istreambuf_iterator<char>(std::ifstream(kFile, std::ios::binary).rdbuf()), {}};
-    }
-    static void WriteFile(const std::string& bytes) { std::ofstream(kFile, std::ios::binary) << bytes; }
 
     // What a load or save returned, and its `Result`.
     using Outcome = std::pair<HRESULT, LONG>;

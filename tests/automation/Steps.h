@@ -6,24 +6,24 @@
 #include <cstring>
 #include <fstream>
 #include <iomanip>
-#include <iterator>
 #include <map>
+#include <optional>
 #include <regex>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "format/HexDump.h"
 
 namespace zel {
 
 // A VARIANT in steps: the number of its type, and its data or text (in 7-bit characters and "\x20ac"); an
-// object is a number that the client gives.
+// object is a number that the client gives. A reference to a VARIANT is one to its value.
 struct StepValue {
     unsigned type = 0;
     std::uint64_t data = 0;
-    std::u16string text;
+    std::optional<std::u16string> text = {};
     int object = -1;
+    bool isReference = false;
 };
 
 // Who takes the steps: late-bound calls to objects that it numbers, and files by a name.
@@ -32,9 +32,11 @@ public:
     virtual ~StepClient() = default;
     virtual int New(const std::string& className) = 0;
     virtual void Drop(int object) = 0;
-    // Flags as in IDispatch::Invoke; gives what the call returned.
+    // Flags as in IDispatch::Invoke; gives what the call returned. `argument` may be null.
     virtual std::uint32_t Call(int object, const std::u16string& name, unsigned flags,
-                               const std::vector<StepValue>& arguments, StepValue& result) = 0;
+                               const StepValue* argument, StepValue& result) = 0;
+    // The next item of an enumerator, if there is one.
+    virtual bool Next(int enumerator, StepValue& item) = 0;
     virtual std::u16string PathOf(const std::string& file) = 0;
     virtual std::string BytesOf(const std::string& file) = 0;
     virtual void SetBytes(const std::string& file, const std::string& bytes) = 0;
@@ -49,12 +51,12 @@ public:
     // The objects of a case are gone when the next one begins. The number of the steps.
     int Take(const std::string& table) {
         std::ifstream lines(table);
-        std::string line;
+        std::string line, more;
         int taken = 0;
-        while (std::getline(lines, line)) {
-            ++number_;
+        for (int number = 1; std::getline(lines, line); ++number) {
             if (line.empty() || line[0] == '#') continue;
-            SCOPED_TRACE(table + ":" + std::to_string(number_) + ": " + line);
+            for (; lines.peek() == ' ' && std::getline(lines, more); ++number) line += more.substr(3);
+            SCOPED_TRACE(table + ":" + std::to_string(number) + ": " + line);
             TakeOne(line);
             ++taken;
         }
@@ -68,36 +70,45 @@ private:
 
     void TakeOne(const std::string& line) {
         static const std::regex fresh(R"((\w+) = new (\w+))"), keeps(R"((\w+) = (\w+)\.(\w+)(?:\((.*)\))?)"),
-            puts(R"((\w+)\.(\w+) = (.*))"), asks(R"((\w+)\.(\w+)(?:\((.*)\))?(?: (->|!) (.*))?)"),
-            shows(R"(tree (\w+) ->(?: (.*))?)"), file(R"(file (\w+) (=|->)(?: (.*))?)"),
-            drop(R"(drop (\w+))"), begin(R"(case (.*))");
+            puts(R"((\w+)\.(\w+)(?:: (.*?))? = (.*?)(?: -> (.*))?)"),
+            asks(R"((\w+)\.(\w+)(?:\((.*)\))?(?: (->|!) (.*))?)"), shows(R"((tree|walk) (\w+) ->(?: (.*))?)"),
+            file(R"(file (\w+) (=|->)(?: (.*))?)"), drop(R"(drop (\w+))"), begin(R"(case (.*))");
         std::smatch part;
         StepValue result;
         if (std::regex_match(line, part, begin)) return DropAll();
         if (std::regex_match(line, part, drop)) return Drop(part[1]);
         if (std::regex_match(line, part, file)) return TakeFile(part[1], part[2], part[3]);
         if (std::regex_match(line, part, shows)) {
-            EXPECT_EQ(part[2], Tree(objects_.at(part[1])));
+            EXPECT_EQ(part[3], part[1] == "tree" ? Tree(objects_.at(part[2])) : Walk(objects_.at(part[2])));
         } else if (std::regex_match(line, part, fresh)) {
             Keep(part[1], client_.New(part[2]));
         } else if (std::regex_match(line, part, keeps)) {
-            EXPECT_EQ(0u, Call(part[2], part[3], kMethod | kGet, Values(part[4]), result));
+            EXPECT_EQ(0u, Call(part[2], part[3], kMethod | kGet, part[4], result));
             Keep(part[1], result.object);
         } else if (std::regex_match(line, part, puts)) {
-            EXPECT_EQ(0u, Call(part[1], part[2], kPut, Values(part[3]), result));
+            if (part[3].matched) ExpectProperty(part[3], part[1], part[2]);
+            EXPECT_EQ(0u, Call(part[1], part[2], kPut, part[4], result));
+            if (part[5].matched) ExpectProperty(part[5], part[1], part[2]);
         } else if (std::regex_match(line, part, asks)) {
-            const std::uint32_t returned = Call(part[1], part[2], kMethod | kGet, Values(part[3]), result);
+            const std::uint32_t returned = Call(part[1], part[2], kMethod | kGet, part[3], result);
             EXPECT_EQ(part[4] == "!" ? std::stoul(part[5], nullptr, 16) : 0u, returned);
-            if (part[4] == "->") ExpectShown(part[5], result);
+            EXPECT_EQ(part[4] == "->" ? part[5].str() : Shown(result), Shown(result));
             if (result.object >= 0) client_.Drop(result.object);
         } else {
             ADD_FAILURE() << "not understood";
         }
     }
 
+    void ExpectProperty(const std::string& expected, const std::string& object, const std::string& name) {
+        StepValue value;
+        EXPECT_EQ(0u, Call(object, name, kGet, "", value));
+        EXPECT_EQ(expected, Shown(value));
+    }
+
     void TakeFile(const std::string& name, const std::string& way, const std::string& bytes) {
         if (way == "=") return client_.SetBytes(name, Hex(bytes));
-        EXPECT_TRUE(SameBytes(Hex(bytes), client_.BytesOf(name)));
+        const bool isFile = bytes[0] == '@';
+        EXPECT_TRUE(SameBytes(isFile ? client_.BytesOf(bytes.substr(1)) : Hex(bytes), client_.BytesOf(name)));
     }
 
     void Keep(const std::string& name, int object) {
@@ -114,32 +125,37 @@ private:
     }
 
     std::uint32_t Call(const std::string& object, const std::string& name, unsigned flags,
-                       const std::vector<StepValue>& arguments, StepValue& result) {
-        return client_.Call(objects_.at(object), {name.begin(), name.end()}, flags, arguments, result);
+                       const std::string& argument, StepValue& result) {
+        const StepValue value = argument.empty() ? StepValue() : ValueOf(argument);
+        return client_.Call(objects_.at(object), {name.begin(), name.end()}, flags,
+                            argument.empty() ? nullptr : &value, result);
     }
 
-    std::vector<StepValue> Values(const std::string& list) {
+    StepValue ValueOf(const std::string& shown) {
         static const std::regex value(
-            R"re("((?:[^"])*)"|(\d+):([0-9a-f]+)|@(\w+)|(-?\d+\.\d+)|(-?\d+)|(\w+))re");
-        std::vector<StepValue> values;
-        for (std::sregex_iterator at(list.begin(), list.end(), value), end; at != end; ++at)
-            values.push_back(ValueOf(*at));
-        return values;
-    }
-
-    StepValue ValueOf(const std::smatch& part) {
-        if (part[1].matched) return {kText, 0, Unescaped(part[1]), -1};
-        if (part[2].matched)
-            return {static_cast<unsigned>(std::stoul(part[2])), std::stoull(part[3], nullptr, 16), {}, -1};
-        if (part[4].matched) return {kText, 0, client_.PathOf(part[4]), -1};
-        if (part[5].matched) {
-            StepValue real{kR8, 0, {}, -1};
-            const double number = std::stod(part[5]);
-            std::memcpy(&real.data, &number, sizeof number);
-            return real;
+            R"re((&)?(?:"(.*)"|(\d+):([0-9a-f]+)|@(\w+)|(-?\d+\.\d+)|(-?\d+)|(\w+)))re");
+        std::smatch part;
+        EXPECT_TRUE(std::regex_match(shown, part, value)) << shown;
+        StepValue made;
+        made.isReference = part[1].matched;
+        if (part[2].matched) made.text = Unescaped(part[2]);
+        if (part[5].matched) made.text = client_.PathOf(part[5]);
+        if (made.text) made.type = kText;
+        if (part[3].matched) {
+            made.type = static_cast<unsigned>(std::stoul(part[3]));
+            made.data = std::stoull(part[4], nullptr, 16);
+        } else if (part[6].matched) {
+            const double number = std::stod(part[6]);
+            made.type = kR8;
+            std::memcpy(&made.data, &number, sizeof number);
+        } else if (part[7].matched) {
+            made.type = kI4;
+            made.data = static_cast<std::uint32_t>(std::stol(part[7]));
+        } else if (part[8].matched) {
+            made.type = kObject;
+            made.object = objects_.at(part[8]);
         }
-        if (part[6].matched) return {kI4, static_cast<std::uint32_t>(std::stol(part[6])), {}, -1};
-        return {kObject, 0, {}, objects_.at(part[7])};
+        return made;
     }
 
     static std::u16string Unescaped(const std::string& text) {
@@ -153,24 +169,24 @@ private:
         return plain;
     }
 
-    static void ExpectShown(const std::string& expected, const StepValue& value) {
-        EXPECT_EQ(expected, Shown(value));
-    }
-
     static std::string Shown(const StepValue& value) {
+        std::ostringstream text;
         if (value.type == 0) return "nothing";
         if (value.type == kObject || value.type == kUnknownObject)
             return value.object < 0 ? "no object" : "object";
         if (value.type == kR8) {
             double number;
             std::memcpy(&number, &value.data, sizeof number);
-            std::ostringstream text;
-            text << number;
-            return text.str().find('.') == std::string::npos ? text.str() + ".0" : text.str();
+            if (number != number) {
+                text << "5:" << std::hex << value.data;
+            } else {
+                text << number;
+                if (text.str().find('.') == std::string::npos) text << ".0";
+            }
+            return text.str();
         }
         if (value.type != kText) return std::to_string(static_cast<std::int32_t>(value.data));
-        std::ostringstream text;
-        for (const char16_t letter : value.text) {
+        for (const char16_t letter : *value.text) {
             if (letter < 0x80)
                 text << static_cast<char>(letter);
             else
@@ -179,32 +195,41 @@ private:
         return '"' + text.str() + '"';
     }
 
+    // What is left of an enumerator.
+    std::string Walk(int enumerator) {
+        std::string items;
+        for (StepValue item; client_.Next(enumerator, item); item = {}) items += ' ' + ShownItem(item);
+        return items.substr(!items.empty());
+    }
+
     // The items of a collection: "GLA1(A B(C)) BSMT" for definitions by code, "5" for a number.
     std::string Tree(int collection) {
-        std::string tree;
-        StepValue count, item, code, members;
-        EXPECT_EQ(0u, client_.Call(collection, u"Count", kGet, {}, count));
+        std::string items;
+        StepValue count;
+        EXPECT_EQ(0u, client_.Call(collection, u"Count", kGet, nullptr, count));
         for (std::uint64_t i = 0; i < count.data; ++i) {
-            EXPECT_EQ(0u, client_.Call(collection, u"Item", kMethod | kGet, {{kI4, i, {}, -1}}, item = {}));
-            tree += i > 0 ? " " : "";
-            if (item.object < 0) {
-                tree += Shown(item);
-                continue;
-            }
-            EXPECT_EQ(0u, client_.Call(item.object, u"AreaCode", kGet, {}, code = {}));
-            EXPECT_EQ(0u, client_.Call(item.object, u"Members", kGet, {}, members = {}));
-            const std::string below = Tree(members.object);
-            tree +=
-                std::string(code.text.begin(), code.text.end()) + (below.empty() ? "" : "(" + below + ")");
-            client_.Drop(members.object);
-            client_.Drop(item.object);
+            const StepValue index{kI4, i};
+            StepValue item;
+            EXPECT_EQ(0u, client_.Call(collection, u"Item", kMethod | kGet, &index, item));
+            items += ' ' + ShownItem(item);
         }
-        return tree;
+        return items.substr(!items.empty());
+    }
+
+    // Drops what it shows.
+    std::string ShownItem(const StepValue& item) {
+        if (item.object < 0) return Shown(item);
+        StepValue code, members;
+        EXPECT_EQ(0u, client_.Call(item.object, u"AreaCode", kGet, nullptr, code));
+        EXPECT_EQ(0u, client_.Call(item.object, u"Members", kGet, nullptr, members));
+        const std::string below = Tree(members.object);
+        client_.Drop(members.object);
+        client_.Drop(item.object);
+        return std::string(code.text->begin(), code.text->end()) + (below.empty() ? "" : "(" + below + ")");
     }
 
     StepClient& client_;
     std::map<std::string, int> objects_;
-    int number_ = 0;
 };
 
 }  // namespace zel

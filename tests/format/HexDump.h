@@ -11,21 +11,29 @@
 
 namespace zel {
 
-// The bytes that `text` names: hex pairs, quoted characters, "*n" repeating the byte before it n times in
-// all. Hex("06 04 'GLA1' 00*109") is 115 bytes.
+// The bytes that `text` names: hex pairs, quoted characters, "*n" repeating the byte or the group in
+// parentheses before it n times in all. Hex("06 04 'GLA1' 00*109") is 115 bytes.
 inline std::string Hex(const std::string& text) {
     std::string bytes;
+    std::size_t group = 0, repeated = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == ' ' || text[i] == '\n') continue;
-        if (text[i] == '\'') {
-            const std::size_t end = text.find('\'', i + 1);
-            bytes.append(text, i + 1, end - i - 1);
-            i = end;
+        if (text[i] == '(') {
+            group = bytes.size();
+        } else if (text[i] == ')') {
+            repeated = group;
         } else if (text[i] == '*') {
             const std::size_t end = std::min(text.find_first_not_of("0123456789", i + 1), text.size());
-            bytes.append(std::stoul(text.substr(i + 1)) - 1, bytes.back());
+            const std::string once = bytes.substr(repeated);
+            for (std::size_t count = std::stoul(text.substr(i + 1)); count > 1; --count) bytes += once;
             i = end - 1;
+        } else if (text[i] == '\'') {
+            const std::size_t end = text.find('\'', i + 1);
+            bytes.append(text, i + 1, end - i - 1);
+            repeated = bytes.size() - 1;
+            i = end;
         } else {
+            repeated = bytes.size();
             bytes += static_cast<char>(std::stoul(text.substr(i, 2), nullptr, 16));
             ++i;
         }
