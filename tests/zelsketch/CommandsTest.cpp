@@ -6,6 +6,7 @@
 #include "zel/text/Failure.h"
 #include "zel/files/Files.h"
 #include "zel/commands/Progress.h"
+#include "zel/text/LongWork.h"
 #include "zel/text/Text.h"
 #include "Tool.h"
 
@@ -187,9 +188,45 @@ TEST(ProgressBar, ShowsAfterASecondOnATerminal) {
     EXPECT_EQ("\r[####################....................] 2 of 4 files\r\033[K", terminal.str());
     Progress bar(terminal, true, [] { return now; });
     now += std::chrono::milliseconds(1001);
-    bar.ShowBytes(150000000, 200000000);
+    LongWork::show(150000000, 200000000);
     EXPECT_NE(std::string::npos, terminal.str().find("] 150 of 200 MB"));
     EXPECT_EQ("", pipe.str());
+}
+
+TEST_F(ToolTest, EveryCommandShowsItInOneBigFile) {
+    std::string json = R"({ "Definitions": [ {})";
+    for (int i = 0; i < 9000; ++i) json += ", {}";
+    Build("f", json + " ] }");
+    json += std::string(1000000, ' ');
+    Put("big", json + " ] }");
+    const std::vector<std::vector<std::string>> cases[] = {
+        {{"build", "big", "g"},
+         {"set", "f", "Header.CreatedBy=x"},
+         {"add", "f", "Definitions"},
+         {"remove", "f", "Definitions[0]"},
+         {"move", "f", "Definitions[0]", "Definitions"},
+         {"get", "f", "Header.CreatedBy"},
+         {"diff", "f", "f.bak"},
+         {"check", "f"},
+         {"convert", "--to-version", "3", "f", "h"}},
+        // These print as they go: the bar is for where that goes to a file.
+        {{"list", "f"}, {"show", "f"}}};
+    static Progress::Clock::time_point now;
+    for (const bool printsAsItGoes : {false, true})
+        for (const auto& arguments : cases[printsAsItGoes])
+            for (const bool outIsTerminal : {false, true}) {
+                std::istringstream in;
+                std::ostringstream out, terminal;
+                Progress bar(terminal, true, [] { return now += std::chrono::seconds(2); });
+                RunCommandLine(arguments, {in, out, terminal, false, true, outIsTerminal, &bar});
+                const std::string shown = terminal.str();
+                const bool isWiped = shown.size() > 4 && shown.substr(shown.size() - 4) == "\r\033[K";
+                EXPECT_EQ(!(printsAsItGoes && outIsTerminal),
+                          isWiped && shown.find("] 0 of 1 MB") != shown.npos)
+                    << arguments[0] << outIsTerminal << shown;
+                EXPECT_EQ(std::string::npos, out.str().find('\r'));
+                std::filesystem::remove("h");
+            }
 }
 
 }  // namespace

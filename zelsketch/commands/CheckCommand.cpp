@@ -9,9 +9,7 @@ namespace {
 
 ExitStatus CheckFile(const std::string& path, const Console& console) {
     const std::string bytes = ReadInput(console, path);
-    const Findings findings = Checker::Check(bytes, [&](std::size_t offset) {
-        if (console.progress) console.progress->ShowBytes(offset, bytes.size());
-    });
+    const Findings findings = Checker::Check(bytes);
     for (const Finding& finding : findings)
         console.Print(console.out, Shown(path) + ": " + HexNumber(finding.offset, 4) + ": " +
                                        (finding.gravity == Finding::kNote ? "note: " : "") + finding.what);

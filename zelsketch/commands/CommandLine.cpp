@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <new>
+#include <optional>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -292,9 +293,9 @@ int Complain(const Console& console, const std::string& message, ExitStatus stat
 }  // namespace
 
 int RunCommandLine(std::vector<std::string> arguments, const Console& given) {
-    Progress progress(given.error, given.errorIsTerminal);
+    std::optional<Progress> progress;
     Console console = given;
-    console.progress = &progress;
+    if (!console.progress) console.progress = &progress.emplace(given.error, given.errorIsTerminal);
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     try {
         Commands commands;

@@ -24,8 +24,10 @@ struct Console {
     void Complain(const std::string& message) const;
     // Throws Failure (kUnusable) unless all that was printed has arrived.
     void ExpectPrinted() const;
-    // Where the output itself is on the terminal, it shows how far the work has come.
-    Progress* ProgressBesideOutput() const { return outIsTerminal ? nullptr : progress; }
+    // For commands that print as they go: on a terminal the output itself shows how far they have come.
+    void ShowProgressBesideOutput() const {
+        if (outIsTerminal) progress->LeaveTerminal();
+    }
 };
 
 }  // namespace zel

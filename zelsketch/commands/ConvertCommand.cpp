@@ -32,9 +32,7 @@ ExitStatus ConvertCommand::Convert(const Console& console, const std::string& fi
                                    const std::string& target) const {
     const Output output(console, target, Overwrite::kRefuse);
     std::string bytes = ReadInput(console, file);
-    const std::string damage = DamageOf(Checker::Check(bytes, [&](std::size_t offset) {
-        if (console.progress) console.progress->ShowBytes(offset, bytes.size());
-    }));
+    const std::string damage = DamageOf(Checker::Check(bytes));
     if (!damage.empty() && !salvage)
         throw Failure(kDamaged, file + ": " + damage + "; --salvage takes what can be read");
     Salvage salvaged;

@@ -64,7 +64,7 @@ std::vector<Inputs::File> Inputs::Files(const Console& console) const {
 ExitStatus Inputs::ForEach(const Console& console, const std::vector<File>& files, const Job& job) {
     ExitStatus worst = kSound;
     for (std::size_t i = 0; i < files.size(); ++i) {
-        if (console.ProgressBesideOutput()) console.progress->ShowFiles(i, files.size());
+        if (!console.outIsTerminal) console.progress->ShowFiles(i, files.size());
         ExitStatus status;
         try {
             status = job(files[i]);

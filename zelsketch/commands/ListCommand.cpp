@@ -27,6 +27,7 @@ void ListFile(const Console& console, const std::string& path, ListPrinter& prin
 }  // namespace
 
 ExitStatus ListCommand::Run(const Console& console) const {
+    console.ShowProgressBesideOutput();
     const Form form = csv ? Form::kCommas : tsv ? Form::kTabs : Form::kPage;
     const std::vector<Inputs::File> all = files.Files(console);
     std::size_t width = 0;

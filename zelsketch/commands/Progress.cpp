@@ -2,10 +2,19 @@
 
 #include <string>
 
+#include "zel/text/LongWork.h"
+
 namespace zel {
 
 Progress::Progress(std::ostream& out, bool isTerminal, Clock::time_point (*now)())
-    : out_(out), isTerminal_(isTerminal), now_(now), next_(now() + std::chrono::seconds(1)) {}
+    : out_(out), isTerminal_(isTerminal), now_(now), next_(now() + std::chrono::seconds(1)) {
+    LongWork::show = [this](std::size_t done, std::size_t total) { ShowBytes(done, total); };
+}
+
+Progress::~Progress() {
+    LongWork::show = nullptr;
+    Wipe();
+}
 
 void Progress::ShowFiles(std::size_t done, std::size_t total) {
     files_ = total;
@@ -14,7 +23,9 @@ void Progress::ShowFiles(std::size_t done, std::size_t total) {
 
 void Progress::ShowBytes(std::size_t done, std::size_t total) {
     constexpr std::size_t kMegabyte = 1000000;
-    if (files_ <= 1 && total >= kMegabyte) Show(done / kMegabyte, total / kMegabyte, "MB");
+    if (files_ > 1 || total < kMegabyte) return;
+    if (done == total) return Wipe();
+    Show(done / kMegabyte, total / kMegabyte, "MB");
 }
 
 void Progress::Show(std::size_t done, std::size_t total, const char* unit) {

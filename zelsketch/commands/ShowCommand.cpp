@@ -15,6 +15,7 @@
 namespace zel {
 
 ExitStatus ShowCommand::Run(const Console& console) const {
+    console.ShowProgressBesideOutput();
     bool isFirst = true;
     const bool isPage = !json && !svg;
     return Inputs::ForEach(console, files.Files(console), [&](const Inputs::File& file) {
@@ -43,29 +44,26 @@ ExitStatus ShowCommand::Show(const Console& console, const std::string& file) co
     const Palette palette = console.hasColour ? Palette::Coloured() : Palette();
     if (json) {
         JsonWriter writer(console.out, drawing ? JsonWriter::kDrawingSchema : JsonWriter::kFileSchema);
-        Survey(console, bytes, writer);
+        Survey(bytes, writer);
         writer.Finish();
     } else if (svg) {
         SvgPrinter printer(console.out);
-        Survey(console, bytes, printer);
+        Survey(bytes, printer);
         printer.Finish();
     } else if (hex) {
         HexPrinter printer(console.out, palette);
-        Survey(console, bytes, printer);
+        Survey(bytes, printer);
     } else {
         PagePrinter printer(console.out, palette, salvaged.finds);
-        Survey(console, bytes, printer);
+        Survey(bytes, printer);
         printer.Finish();
     }
     return isSalvaged ? kDamaged : kSound;
 }
 
-void ShowCommand::Survey(const Console& console, std::string_view bytes, FieldVisitor& visitor) const {
-    Progress* const progress = console.ProgressBesideOutput();
-    WatchedVisitor watched(visitor, progress, bytes.size());
-    FieldVisitor& target = progress ? watched : visitor;
-    if (!drawing) return Surveyor::Survey(bytes, target);
-    Surveyor::SurveyDrawing(bytes.substr(at), *drawing, target, at);
+void ShowCommand::Survey(std::string_view bytes, FieldVisitor& visitor) const {
+    if (!drawing) return Surveyor::Survey(bytes, visitor);
+    Surveyor::SurveyDrawing(bytes.substr(at), *drawing, visitor, at);
 }
 
 }  // namespace zel

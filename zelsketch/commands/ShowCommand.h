@@ -26,7 +26,7 @@ struct ShowCommand {
 
 private:
     ExitStatus Show(const Console& console, const std::string& file) const;
-    void Survey(const Console& console, std::string_view bytes, FieldVisitor& visitor) const;
+    void Survey(std::string_view bytes, FieldVisitor& visitor) const;
 };
 
 }  // namespace zel

@@ -126,6 +126,7 @@ void Assembler::StartDefinition(JsonValue value) {
 
 // From now on used; null where there is none.
 JsonMember* Assembler::Take(const char* name, const char* suffix) {
+    work_.At(definitionOffset_);
     JsonMember* member = Find(*members_, name, suffix);
     if (member) member->isUsed = true;
     return member;

@@ -7,6 +7,7 @@
 
 #include "zel/definition/DefinitionRecord.h"
 #include "zel/survey/Field.h"
+#include "zel/text/LongWork.h"
 #include "JsonText.h"
 
 namespace zel {
@@ -65,6 +66,7 @@ private:
     std::string PathOf(const JsonMember& member) const;
 
     JsonText json_;
+    LongWork work_{json_.Root().end};
     std::string out_;
     Members root_;
     Members own_;                       // of the header or the definition at hand

@@ -7,6 +7,7 @@
 
 #include "zel/survey/FieldText.h"
 #include "zel/text/Failure.h"
+#include "zel/text/LongWork.h"
 #include "zel/text/Utf16.h"
 
 namespace zel {
@@ -51,7 +52,7 @@ public:
     using string_t = nlohmann::json::string_t;
     using binary_t = nlohmann::json::binary_t;
 
-    explicit Parser(JsonText& json) : json_(json), seen_(json.text_.data()) {}
+    explicit Parser(JsonText& json) : json_(json), seen_(json.text_.data()), work_(json.text_.size()) {}
 
     void Run() {
         const char* begin = json_.text_.data();
@@ -77,6 +78,7 @@ public:
     bool end_object() { return Close(); }
     bool end_array() { return Close(); }
     bool key(string_t& name) {
+        work_.At(Offset());
         levels_.back().key.swap(name);
         return true;
     }
@@ -142,6 +144,7 @@ private:
 
     JsonText& json_;
     const char* seen_;
+    LongWork work_;
     std::vector<OpenContainer> levels_;
 };
 

@@ -70,9 +70,9 @@ std::string DamageOf(const Findings& findings) {
            (count > 1 ? ", and " + Counted(count - 1, "further finding") : "");
 }
 
-Findings Checker::Check(std::string_view file, const Watch& watch) {
+Findings Checker::Check(std::string_view file) {
     bool followsStoredFlags = false;
-    Findings findings = CheckBySections(file, watch, followsStoredFlags);
+    Findings findings = CheckBySections(file, followsStoredFlags);
     // No reader asks for the signature, but it tells what to make of the rest.
     if (file.substr(0, kSignature.size()) != kSignature.substr(0, file.size()))
         findings.insert(findings.begin(),
@@ -82,16 +82,16 @@ Findings Checker::Check(std::string_view file, const Watch& watch) {
 
 bool Checker::FollowsStoredFlags(std::string_view file) {
     bool followsStoredFlags = false;
-    CheckBySections(file, {}, followsStoredFlags);
+    CheckBySections(file, followsStoredFlags);
     return followsStoredFlags;
 }
 
-Findings Checker::CheckBySections(std::string_view file, const Watch& watch, bool& followsStoredFlags) {
-    Findings findings = CheckAs(file, watch, false);
+Findings Checker::CheckBySections(std::string_view file, bool& followsStoredFlags) {
+    Findings findings = CheckAs(file, false);
     const FlagsOfFile flags(file);
     if (flags.stored == flags.asRead) return findings;
     // The sections may be there all the same; the file tells by making sense without them.
-    Findings asWritten = CheckAs(file, watch, true);
+    Findings asWritten = CheckAs(file, true);
     if (CountDamage(asWritten) >= CountDamage(findings)) return findings;
     followsStoredFlags = true;
     asWritten.push_back({offsetof(HeaderImage, Flags),
@@ -102,16 +102,14 @@ Findings Checker::CheckBySections(std::string_view file, const Watch& watch, boo
     return asWritten;
 }
 
-Findings Checker::CheckAs(std::string_view file, const Watch& watch, bool asWritten) {
-    Checker checker(file, watch);
+Findings Checker::CheckAs(std::string_view file, bool asWritten) {
+    Checker checker(file);
     Surveyor::Survey(file, checker, asWritten);
     checker.AddRemains();
     return std::move(checker.findings_);
 }
 
 void Checker::OnField(const Field& field) {
-    constexpr std::size_t kPause = 65536;
-    if (watch_ && ++fields_ % kPause == 0) watch_(field.offset);
     if (isCut_ || isOutOfStep_) return;
     if (field.kind == FieldKind::kListEnd) isJudged_ = true;
     if (field.Missing()) return CheckMissing(field);

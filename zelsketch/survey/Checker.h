@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,9 +28,7 @@ std::string DamageOf(const Findings& findings);
 // a reader is out of step: nothing more is looked for there.
 class Checker : public FieldVisitor {
 public:
-    // `watch` is told now and then how far the work has come.
-    using Watch = std::function<void(std::size_t offset)>;
-    static Findings Check(std::string_view file, const Watch& watch = {});
+    static Findings Check(std::string_view file);
     // Whether the header has the sections of its stored Flags, although readers look for more.
     static bool FollowsStoredFlags(std::string_view file);
 
@@ -39,10 +36,10 @@ public:
     void OnRecord(const Place& place) override;
 
 private:
-    Checker(std::string_view file, const Watch& watch) : file_(file), watch_(watch) {}
+    explicit Checker(std::string_view file) : file_(file) {}
 
-    static Findings CheckBySections(std::string_view file, const Watch& watch, bool& followsStoredFlags);
-    static Findings CheckAs(std::string_view file, const Watch& watch, bool asWritten);
+    static Findings CheckBySections(std::string_view file, bool& followsStoredFlags);
+    static Findings CheckAs(std::string_view file, bool asWritten);
     void CheckText(const Field& field);
     void CheckMissing(const Field& field);
     void CheckVersion(const Field& field);
@@ -52,8 +49,6 @@ private:
     std::size_t LengthOfLongCode(std::size_t code);
 
     std::string_view file_;
-    const Watch& watch_;
-    std::size_t fields_ = 0;
     Findings findings_;
     Finding remains_{};  // the first text with old characters behind it
     std::size_t remainsCount_ = 0;

@@ -49,14 +49,18 @@ struct InStep : FieldVisitor {
 }  // namespace
 
 void Surveyor::Survey(std::string_view file, FieldVisitor& visitor, bool asWritten) {
+    LongWork work(file.size());
     Surveyor surveyor(file, visitor);
+    surveyor.work_ = &work;
     WalkFile(surveyor, asWritten);
     surveyor.ShowLeftOver();
 }
 
 void Surveyor::SurveyDrawing(std::string_view bytes, std::int32_t version, FieldVisitor& visitor,
                              std::size_t start) {
+    LongWork work(start + bytes.size());
     Surveyor surveyor(bytes, visitor, start);
+    surveyor.work_ = &work;
     NamedReader& reader = surveyor;
     DrawingRecord drawing;
     drawing.SetVersion(version);
@@ -95,6 +99,7 @@ std::string_view Surveyor::Take(FieldForm form, const char* name, std::size_t wi
         completed_.resize(width);
         whole = completed_;
     }
+    if (work_) work_->At(offset_);
     visitor_.OnField({name, form.kind, offset_, whole, there.size(), &place_, form.unit, isInHeader_});
     rest_.remove_prefix(there.size());
     offset_ += there.size();

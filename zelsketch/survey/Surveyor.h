@@ -5,6 +5,7 @@
 
 #include "zel/definition/DefinitionRecord.h"
 #include "zel/record/NamedReader.h"
+#include "zel/text/LongWork.h"
 #include "Field.h"
 
 namespace zel {
@@ -64,6 +65,7 @@ private:
     DefinitionRecord record_;  // where the fields of the definition at hand go
     std::string completed_;    // a field that the end cuts
     std::string_view unread_;  // behind a failure
+    LongWork* work_ = nullptr;
 };
 
 }  // namespace zel
