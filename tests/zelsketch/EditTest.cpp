@@ -4,6 +4,7 @@
 #include "Tool.h"
 #include "format/HexDump.h"
 #include "zel/edit/Editor.h"
+#include "zel/files/Files.h"
 #include "zel/text/Failure.h"
 
 namespace zel {
@@ -181,6 +182,15 @@ TEST_F(EditTest, TheOldFileStaysAsBackup) {
     EXPECT_EQ("P/P\n\u20ac]\"\n", Zelsketch({"get", "f", "Definitions[*].AreaCode"}).out);
     EXPECT_EQ("P/P\n\u20ac]\"\n\n", Zelsketch({"get", "g", "Definitions[*].AreaCode"}).out);
     EXPECT_EQ(2, Zelsketch({"set", "f", "Header.CreatedBy=1234567890"}).status);
+}
+
+TEST_F(EditTest, WhatAnotherProgramHasChangedStays) {
+    for (const std::string& read : {file_ + "x", file_.substr(1), file_.substr(0, 99), std::string()}) {
+        const auto replace = [&] { ReplaceFile("f", read, "new", Overwrite::kReplace, true); };
+        EXPECT_EQ("will not replace f: another program has changed it meanwhile", Refusal(replace));
+        EXPECT_TRUE(SameBytes(file_, Get("f")));
+        EXPECT_FALSE(std::filesystem::exists("f.bak"));
+    }
 }
 
 }  // namespace
