@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(copy.FileFlags == 0, "a copy keeps its own flags");
     copy.FileFlags = file.FileFlags;
     CheckWritten(file, copy);
-    copy.SetVersion(static_cast<int>(size % 7));
+    copy.SetVersion(static_cast<int>(size % (SketchFile::kNewestVersion + 2)));
     CheckWritten(copy, copy);
     return 0;
 }

@@ -15,8 +15,9 @@ std::string File(const std::string& json) { return Assembler::Assemble(json); }
 
 // Two definitions, the first from byte 0x71 with a member from byte 0xeb.
 std::string Sample() {
-    return File(R"({ "Definitions": [ { "AreaCode": "GLA1", "AreaName": "Living", "SubtractAreaCode": "GAR",
-                                        "Members": [ { "AreaCode": "BSMT" } ] }, {} ] })");
+    return File(R"({ "Header": { "FileVersion": 5 }, "Definitions": [
+                     { "AreaCode": "GLA1", "AreaName": "Living", "SubtractAreaCode": "GAR",
+                       "Members": [ { "AreaCode": "BSMT" } ] }, {} ] })");
 }
 
 // Flags names none of its sections, but Type implies them.

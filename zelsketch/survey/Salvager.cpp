@@ -17,24 +17,37 @@ namespace {
 constexpr std::uint32_t kBeforeFirst = 0xFFFFFFFF;  // one more is 0
 
 // What stands where a definition may start: its code, its size up to the opening of its members, and how many
-// of the bytes by which a definition is known are off. What lies behind the file's end is as it should be.
+// of the bytes by which a definition is known are off. What lies behind the file's end is as it should be. An
+// archive for the walk over a definition's fields, which are not touched.
 struct Shape {
-    Shape(std::string_view bytes, std::int32_t version) : bytes_(bytes) {
-        Expect(Byte(0) == 6);
+    static constexpr bool kReads = true;
+
+    Shape(std::string_view bytes, DefinitionRecord& any) : bytes_(bytes) {
+        any.Head(*this);
         code = bytes.substr(std::min<std::size_t>(2, bytes.size()), Byte(1, 0));
-        size = 2 + Byte(1, 0);
-        CountAt(offsetof(DefinitionBlock, AreaName), decltype(DefinitionBlock::AreaName)::kMaxLength);
-        CountAt(offsetof(DefinitionBlock, AreaDescription),
-                decltype(DefinitionBlock::AreaDescription)::kMaxLength);
-        CountAt(offsetof(DefinitionBlock, SegmentStyle), decltype(DefinitionBlock::SegmentStyle)::kMaxLength);
-        size += sizeof(DefinitionBlock) + (version >= 2 ? 1 : 0);
-        if (version >= 3) {
-            Expect(Byte(size) == 6);
-            size += 2 + Byte(size + 1, 0);
-        }
         Expect(Byte(size, 1) == 1);
         ++size;
         Expect(Byte(size) == 6 || Byte(size) == 0);
+    }
+
+    void SetVersion(std::int32_t version) { version_ = version; }
+    template <class T>
+    void Since(std::int32_t introduced, T& field, const char* name) {
+        if (version_ >= introduced) Field(field, name);
+    }
+    void Field(DefinitionBlock& block, const char*) { block.EachField(*this); }
+    void Field(ShortString&, const char*) {
+        Expect(Byte(size) == 6);
+        size += 2 + Byte(size + 1, 0);
+    }
+    template <std::size_t n>
+    void Field(CountedText<n>&, const char*) {
+        Expect(Byte(size) <= CountedText<n>::kMaxLength);
+        size += n;
+    }
+    template <class T>
+    void Field(T&, const char*) {
+        size += sizeof(T);
     }
 
     bool IsCut() const { return size > bytes_.size(); }
@@ -56,10 +69,16 @@ private:
         return at < bytes_.size() ? static_cast<unsigned char>(bytes_[at]) : missing;
     }
     void Expect(bool holds) { odd += holds ? 0 : 1; }
-    void CountAt(std::size_t offset, std::size_t most) { Expect(Byte(size + offset) <= most); }
 
     std::string_view bytes_;
+    std::int32_t version_ = 0;
 };
+
+Shape ShapeOf(std::string_view bytes, std::int32_t version) {
+    DefinitionRecord any;
+    any.SetVersion(version);
+    return {bytes, any};
+}
 
 // A count that is no length becomes that of the text which readers see.
 template <std::size_t n>
@@ -150,7 +169,7 @@ void Salvager::TakeDefinitions() {
             CloseList();
             continue;
         }
-        const Shape shape(file_.substr(at_), version_);
+        const Shape shape = ShapeOf(file_.substr(at_), version_);
         const bool isZero = file_[at_] == '\0';
         if (isZero ? shape.IsPlausibleBehindZero() : shape.IsPlausible()) {
             TakeDefinition(shape.size, isFind || isZero);
@@ -200,7 +219,7 @@ void Salvager::CloseList() {
 // Where the next definition starts for certain; 0 where none does.
 std::size_t Salvager::FindNext(std::size_t from) const {
     for (std::size_t at = from; (at = file_.find('\6', at)) != file_.npos; ++at)
-        if (Shape(file_.substr(at), version_).IsCertain()) return at;
+        if (ShapeOf(file_.substr(at), version_).IsCertain()) return at;
     return 0;
 }
 
