@@ -33,8 +33,10 @@ public:
         if (SUCCEEDED((source_.*get)(text_.InOut()))) PutText(field, text_.Get());
     }
 
-private:
+protected:
     Interface& source_;
+
+private:
     Bstr text_;
 };
 

@@ -10,21 +10,18 @@ namespace {
 
 // Where the fields of a record come from: the getters of any implementation of the interface, or the fields
 // of an object of this class without its getters, which could fail for memory and not say so.
-class OthersFields {
+class OthersFields : Gathering<IZEL_Definition> {
 public:
-    explicit OthersFields(IZEL_Definition& source) noexcept : gathering_(source) {}
+    using Gathering::Gathering;
 
     template <class Getter, class Field>
     void Text(Getter get, const Field&, Field& field) {
-        gathering_.Text(get, field);
+        Gathering::Text(get, field);
     }
     template <class Getter, class Field>
     void Number(Getter get, const Field&, Field& field) {
-        gathering_.Number(get, field);
+        Gathering::Number(get, field);
     }
-
-private:
-    Gathering<IZEL_Definition> gathering_;
 };
 
 struct OwnFields {

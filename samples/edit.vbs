@@ -93,20 +93,26 @@ Function SameTrees(a, b)
     Next
 End Function
 
-' CLng, since VBScript does not compare unsigned numbers of 16 bits.
 Function SameDefinitions(a, b)
-    SameDefinitions = a.AreaCode = b.AreaCode And a.AreaName = b.AreaName And a.AreaDescription = b.AreaDescription And _
-        a.CalcType = b.CalcType And a.DimensionType = b.DimensionType And CLng(a.FillColor) = CLng(b.FillColor) And _
-        CLng(a.FillPattern) = CLng(b.FillPattern) And a.Hidden = b.Hidden And CLng(a.LineColor) = CLng(b.LineColor) And _
-        SameReals(a.Multiplier, b.Multiplier) And a.PostArea = b.PostArea And a.PostDescription = b.PostDescription And _
-        a.SegmentStyle = b.SegmentStyle And a.SubtractAreaCode = b.SubtractAreaCode And _
-        SameReals(a.WallHeight, b.WallHeight) And SameReals(a.WallWidth, b.WallWidth)
+    Dim these, those, i
+    these = FieldsOf(a)
+    those = FieldsOf(b)
+    SameDefinitions = True
+    ' What is no number is never equal, not even to itself.
+    For i = 0 To UBound(these) Step 3
+        If these(i) <> those(i) And (these(i) = these(i) Or those(i) = those(i)) Then SameDefinitions = False
+    Next
     If SameDefinitions Then SameDefinitions = SameTrees(a.Members, b.Members)
 End Function
 
-' What is no number is never equal, not even to itself.
-Function SameReals(a, b)
-    SameReals = a = b Or Not (a = a Or b = b)
+' All of a definition but its members: value, bytes in a file, version of the first file that has it. CLng, since VBScript
+' does not compare unsigned numbers of 16 bits.
+Function FieldsOf(d)
+    FieldsOf = Array( _
+        d.AreaCode, 2 + Len(d.AreaCode), 0, d.AreaDescription, 21, 0, d.AreaName, 21, 0, d.CalcType, 1, 0, _
+        d.DimensionType, 1, 0, CLng(d.FillColor), 2, 0, CLng(d.FillPattern), 2, 0, d.Hidden, 1, 2, CLng(d.LineColor), 2, 0, _
+        d.Multiplier, 8, 0, d.PostArea, 1, 0, d.PostDescription, 1, 0, d.SegmentStyle, 33, 0, _
+        d.SubtractAreaCode, 2 + Len(d.SubtractAreaCode), 3, d.WallHeight, 8, 0, d.WallWidth, 8, 0)
 End Function
 
 ' The bytes of a file that holds what the store does and no more, in a code page of one byte a character.
@@ -121,12 +127,14 @@ Function SizeOf(store)
 End Function
 
 Function SizeOfList(definitions, version)
-    Dim d
+    Dim d, fields, i
     SizeOfList = 2
     For Each d In definitions
-        SizeOfList = SizeOfList + 111 + Len(d.AreaCode) + SizeOfList(d.Members, version)
-        If version >= 2 Then SizeOfList = SizeOfList + 1
-        If version >= 3 Then SizeOfList = SizeOfList + 2 + Len(d.SubtractAreaCode)
+        SizeOfList = SizeOfList + SizeOfList(d.Members, version)
+        fields = FieldsOf(d)
+        For i = 0 To UBound(fields) Step 3
+            If version >= fields(i + 2) Then SizeOfList = SizeOfList + fields(i + 1)
+        Next
     Next
 End Function
 
