@@ -1,6 +1,7 @@
 #include "ZEL_Collection.h"
 
-#include <cstdlib>
+#include <cstdint>
+#include <iterator>
 
 #include "zel/com/Boundary.h"
 #include "zel/com/EnumVariant.h"
@@ -13,10 +14,23 @@ enum Member : DISPID { kItem = DISPID_VALUE, kAdd = 2, kRemove = 3, kNewEnum = D
 
 volatile LONG collectionSerial = 0;
 
-// Part of making and unmaking a collection since its first release; nothing looks at the text.
+// A tenth, without the division that the handheld's processor lacks.
+constexpr std::uint32_t Tenth(std::uint32_t number) noexcept {
+    return static_cast<std::uint32_t>((std::uint64_t{number} * 0xCCCCCCCD) >> 35);
+}
+
+// Part of making and unmaking a collection since its first release. Nothing looks at the text, so that it has
+// to be volatile. By hand: the platform's function was a twentieth of a load.
 void FormatSerial() noexcept {
-    wchar_t text[11];
-    _ultow(static_cast<unsigned long>(collectionSerial), text, 10);
+    volatile wchar_t text[11];
+    std::size_t first = std::size(text) - 1;
+    text[first] = L'\0';
+    auto rest = static_cast<std::uint32_t>(collectionSerial);
+    do {
+        const std::uint32_t tenth = Tenth(rest);
+        text[--first] = static_cast<wchar_t>(L'0' + (rest - 10 * tenth));
+        rest = tenth;
+    } while (rest != 0);
 }
 
 ULONG PositionIn(const VARIANT& index) noexcept { return V_UI4(&index); }

@@ -11,8 +11,7 @@ namespace zel {
 // A collection of any VARIANTs in insertion order, counted from 0. It owns them; copies of a collection share
 // the objects in it. A position is the first 32-bit word of its VARIANT, whatever the type; one that is out
 // of range is no error, the call then does nothing. Late-bound calls mean what their script says: see Invoke.
-class ZEL_Collection final
-    : public Object<Interfaces<IZEL_Collection, IDispatch>, Dispatch<IZEL_Collection>> {
+class ZEL_Collection : public Object<Interfaces<IZEL_Collection, IDispatch>, Dispatch<IZEL_Collection>> {
 public:
     ZEL_Collection() noexcept;
 
@@ -32,10 +31,12 @@ public:
     STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
                         VARIANT* value, EXCEPINFO* exception, UINT* badArgument) noexcept override;
 
+protected:
+    ~ZEL_Collection() override;
+
 private:
     friend class FlatRelease;
 
-    ~ZEL_Collection() override;
     void AppendItemsOf(IZEL_Collection& other);
 
     VariantArray items_;

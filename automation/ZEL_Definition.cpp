@@ -1,6 +1,6 @@
 #include "ZEL_Definition.h"
 
-#include <new>
+#include <cstddef>
 
 #include "FlatRelease.h"
 #include "Gathering.h"
@@ -60,10 +60,43 @@ void WalkBehindMembers(Source&& from, const DefinitionFields& own, DefinitionFie
     from.Number(&IZEL_Definition::get_WallWidth, own.block.WallWidth, to.block.WallWidth);
 }
 
+// The members of a definition: a collection like any other, but for its place in memory.
+class MemberCollection final : public ZEL_Collection {
+public:
+    static void* operator new(std::size_t size, ZEL_Definition& owner) noexcept;
+    static void operator delete(void* place) noexcept;
+    static void operator delete(void*, ZEL_Definition&) noexcept {}
+};
+
+// A definition and its members in one block of the heap, which is what a load waits for most. Each lives by
+// references of its own, so neither is inside the other; the block goes with the last of them.
+struct Block {
+    alignas(ZEL_Definition) std::byte definition[sizeof(ZEL_Definition)];
+    alignas(MemberCollection) std::byte members[sizeof(MemberCollection)];
+    volatile LONG used = 2;
+
+    void Leave() noexcept {
+        if (InterlockedDecrement(&used) == 0) delete this;
+    }
+};
+static_assert(offsetof(Block, definition) == 0);
+
+void* MemberCollection::operator new(std::size_t, ZEL_Definition& owner) noexcept {
+    return reinterpret_cast<Block&>(owner).members;
+}
+
+void MemberCollection::operator delete(void* place) noexcept {
+    reinterpret_cast<Block*>(static_cast<std::byte*>(place) - offsetof(Block, members))->Leave();
+}
+
 }  // namespace
 
-ZEL_Definition::ZEL_Definition() : members_(Make<ZEL_Collection>()) {
-    if (!members_) throw std::bad_alloc();
+void* ZEL_Definition::operator new(std::size_t) { return new Block; }
+
+void ZEL_Definition::operator delete(void* place) noexcept { static_cast<Block*>(place)->Leave(); }
+
+ZEL_Definition::ZEL_Definition() noexcept
+    : members_(ComPtr<ZEL_Collection>::Attach(new (*this) MemberCollection)) {
     OwnClass<ZEL_Definition, IZEL_Definition>::Note(*this);
 }
 

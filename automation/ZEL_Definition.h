@@ -16,8 +16,11 @@ namespace zel {
 class ZEL_Definition final
     : public Object<Interfaces<IZEL_Definition, IDispatch>, Dispatch<IZEL_Definition>> {
 public:
-    // Throws std::bad_alloc.
-    ZEL_Definition();
+    ZEL_Definition() noexcept;
+
+    // A place for the object and its collection, free when both are gone. Throws std::bad_alloc.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* place) noexcept;
 
     // Takes over all fields but the members.
     void AssignFields(const DefinitionFields& fields) { fields_ = fields; }

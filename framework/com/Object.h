@@ -36,7 +36,7 @@ class Object;
 // A COM object on the heap: reference count, module lock from construction to destruction, QueryInterface
 // over a table in its order. A class states its table and what it implements it with:
 //     class ZEL_Header final : public Object<Interfaces<IZEL_Header, IDispatch>, Dispatch<IZEL_Header>>
-// Made by Make or CreateInstance below with no references; the last Release destroys it. It cannot be
+// Made by Make or CreateInstance below with its first reference; the last Release destroys it. It cannot be
 // aggregated.
 template <class First, class... Rest, class... Bases>
 class Object<Interfaces<First, Rest...>, Bases...> : private ModuleLock, public Bases... {
@@ -94,14 +94,14 @@ private:
         return true;
     }
 
-    volatile LONG references_ = 0;
+    volatile LONG references_ = 1;
 };
 
 // A new object with its first reference; null when memory is exhausted or the constructor throws.
 template <class T, class... Arguments>
 ComPtr<T> Make(Arguments&&... arguments) noexcept {
     try {
-        return ComPtr<T>(new T(std::forward<Arguments>(arguments)...));
+        return ComPtr<T>::Attach(new T(std::forward<Arguments>(arguments)...));
     } catch (...) {
         return nullptr;
     }

@@ -18,10 +18,10 @@ inline HRESULT CopyVariant(VARIANT* to, const VARIANT& from) noexcept {
 // a VARIANT by value: that leaves the ownership here.
 class Variant {
 public:
-    Variant() noexcept { VariantInit(&value_); }
+    Variant() noexcept = default;
     Variant(Variant&& other) noexcept : value_(other.Detach()) {}
     Variant(const Variant&) = delete;
-    ~Variant() { VariantClear(&value_); }
+    ~Variant() { Reset(); }
 
     Variant& operator=(Variant&& other) noexcept {
         Variant(std::move(other)).Swap(*this);
@@ -65,11 +65,14 @@ public:
     }
     // Hands the value to the caller.
     VARIANT Detach() noexcept {
-        VARIANT value = value_;
-        VariantInit(&value_);
+        const VARIANT value = value_;
+        V_VT(&value_) = VT_EMPTY;
         return value;
     }
-    void Reset() noexcept { VariantClear(&value_); }
+    // An empty one costs no call.
+    void Reset() noexcept {
+        if (Type() != VT_EMPTY) VariantClear(&value_);
+    }
     void Swap(Variant& other) noexcept { std::swap(value_, other.value_); }
 
     VARTYPE Type() const noexcept { return V_VT(&value_); }
@@ -84,7 +87,7 @@ public:
     VARIANT* InOut() noexcept { return &value_; }
 
 private:
-    VARIANT value_;
+    VARIANT value_{};  // all zero, as the platform makes it
 };
 
 }  // namespace zel
