@@ -60,8 +60,14 @@ TEST(EntityRecord, GeometryAndWhatItNestsKeepTheVersionTheyWereReadWith) {
     const std::string nested = "00*18 00 01 00 00 00 00*62 ";
     EntityRecord group = EntityOf(13, 2, nested + "05 00 05 00");
     group.SetVersion(26);
-    EXPECT_EQ(group.Nested()->begin()->GetVersion(), 2);
-    EXPECT_TRUE(SameBytes(Hex("00*62 " + nested + "05 00 06 00"), Written(group)));
+    group.Nested()->OmitWhenEmpty = true;
+    copy = group;
+    EXPECT_EQ(copy.Geometry->GetVersion(), 2);
+    EXPECT_EQ(copy.Nested()->begin()->GetVersion(), 2);
+    EXPECT_TRUE(SameBytes(Hex("00*62 " + nested + "05 00 06 00"), Written(copy)));
+    EXPECT_TRUE(SameBytes(Hex(nested + "04 00"), Written(*copy.Geometry))) << "by itself";
+    copy.Nested()->Clear();
+    EXPECT_TRUE(SameBytes(Hex("00*18 01"), Written(*copy.Geometry)));
 }
 
 const std::string kGroup = Hex("0D 00 00*58 00*4 00*18");

@@ -7,7 +7,10 @@
 #include "zel/files/Files.h"
 #include "zel/commands/Progress.h"
 #include "zel/text/LongWork.h"
+#include "zel/survey/FieldText.h"
 #include "zel/text/Text.h"
+#include "zel/text/Utf16.h"
+#include "format/HexDump.h"
 #include "Tool.h"
 
 namespace zel {
@@ -15,21 +18,23 @@ namespace {
 
 TEST_F(ToolTest, ShowExplains) {
     Build("f", R"({ "Header": { "Flags": 258, "CreationDate": 147622, "CreationTime": 3661,
-                                "ModifiedTime": -1, "CreatedBy": "\u20ac\u0081\u001b[31m" },
-                    "Definitions": [ { "AreaCode": "A", "Members": [ { "WallWidth": null,
+                                "ModifiedTime": -1, "CreatedBy": "\u20ac\u0081\u007f\u001b[31m" },
+                    "Definitions": [ { "AreaCode": "A", "AreaCodeTag": 5, "Members": [ { "WallWidth": null,
                         "WallWidthBits": "0x7ff0000000000000", "AreaName": "x", "AreaNameCount": 25,
-                        "AreaNameBehind": "ff" } ] } ], "CutShort": 3 })");
+                        "AreaNameBehind": "ff" } ] } ], "CutShort": 4 })");
     std::string page = Zelsketch({"show", "f"}).out;
     const auto areBlanks = [](char a, char b) { return a == ' ' && b == ' '; };
     page.erase(std::unique(page.begin(), page.end(), areBlanks), page.end());
     for (const std::string expected :
          {"Flags 0x00000102 0x0100 CreatedByVersion and ModifiedByVersion follow; unknown bits 0x00000002",
           "CreationDate 147622 2004-03-05", "CreationTime 3661 01:01:01",
-          "ModifiedTime -1 (not a time of day)", "CreatedBy \"\u20ac\\x81\\x1b[31m\"",
-          "WallWidth inf 0x7ff0000000000000", "AreaName \"x\" (count 25) (1 byte behind the text)",
-          "The file is cut short: it lacks at least 3 bytes at its end."})
+          "ModifiedTime -1 (not a time of day)", "CreatedBy \"\u20ac\\x81\\x7f\\x1b[31m\"",
+          "AreaCode \"A\" (tag 5)", "WallWidth inf 0x7ff0000000000000",
+          "AreaName \"x\" (count 25) (1 byte behind the text)",
+          "The file is cut short: it lacks at least 4 bytes at its end."})
         EXPECT_NE(std::string::npos, page.find(expected + '\n')) << expected << " in\n" << page;
     EXPECT_EQ(std::string::npos, page.find('\033'));
+    EXPECT_EQ(std::string::npos, Zelsketch({"show", "--json", "f"}).out.find("MembersOpening"));
     EXPECT_NE(std::string::npos, Zelsketch({"show", "f"}, true).out.find("\033[1mHeader"));
 }
 
@@ -40,33 +45,54 @@ TEST_F(ToolTest, ListIsOneTableOfAllFiles) {
                     "Multiplier": 0.5, "Hidden": 1, "Members": [ { "AreaCode": "P\u001bQ" } ] } ] })");
     Build("b", R"({ "Definitions": [ { "AreaCode": "A\u0000B", "AreaName": "1,\"2\"", "AreaNameCount": 25,
                     "AreaDescription": "a\tb\\", "WallWidth": null, "WallWidthBits": "0x7ff0000000000000",
-                    "SubtractAreaCode": "GAR" } ], "CutShort": 1 })");
-    const Outcome page = Zelsketch({"list", "a", "b"});
+                    "WallHeight": -0.0, "SegmentStyle": "\r", "SubtractAreaCode": "GAR " } ], "CutShort": 1 })");
+    const Outcome page = Zelsketch({"list", "b", "a"});
     EXPECT_EQ(
         "File  AreaCode      AreaName             AreaDescription      Multiplier  Place\n"
+        "b     A             1,\"2\"                a\\x09b\\              0           Definitions[0]\n"
         "a     GLA1          K\u00fcche                                     0.5         Definitions[0]\n"
         "a       P\\x1bQ                                                0           "
-        "Definitions[0].Members[0]\n"
-        "b     A             1,\"2\"                a\\x09b\\              0           Definitions[0]\n",
+        "Definitions[0].Members[0]\n",
         page.out);
     EXPECT_EQ("zelsketch: b: cut short, it lacks at least 1 byte\n", page.error);
     EXPECT_EQ(1, page.status);
     const std::string fields =
         "AreaCode,Multiplier,CalcType,AreaName,AreaDescription,WallWidth,WallHeight,SegmentStyle,FillPattern,"
-        "LineColor,FillColor,PostDescription,PostArea,DimensionType,Hidden,SubtractAreaCode";  // and what
-                                                                                               // later
-                                                                                               // versions
-                                                                                               // have
-    std::istringstream rows(Zelsketch({"list", "--csv", "a", "b"}).out);
+        "LineColor,FillColor,PostDescription,PostArea,DimensionType,Hidden,SubtractAreaCode";
+    // and what later versions have
+    std::istringstream rows(Zelsketch({"list", "--csv", "b", "a"}).out);
     std::string row;
     for (const std::string& expected :
-         {"File,Place," + fields, std::string("a,Definitions[0],GLA1,0.5,0,K\u00fcche,,0,0,,0,0,0,0,0,0,1,"),
-          std::string("a,Definitions[0].Members[0],P\x1bQ,0,0,,,0,0,,0,0,0,0,0,0,0,"),
-          std::string("b,Definitions[0],A,0,0,\"1,\"\"2\"\"\",a\tb\\,inf,0,,0,0,0,0,0,0,0,GAR")})
+         {"File,Place," + fields,
+          std::string("b,Definitions[0],A,0,0,\"1,\"\"2\"\"\",a\tb\\,inf,-0.0,\"\r\",0,0,0,0,0,0,0,\"GAR \""),
+          std::string("a,Definitions[0],GLA1,0.5,0,K\u00fcche,,0,0,,0,0,0,0,0,0,1,"),
+          std::string("a,Definitions[0].Members[0],P\x1bQ,0,0,,,0,0,,0,0,0,0,0,0,0,")}) {
         EXPECT_EQ(expected, std::getline(rows, row) ? row.substr(0, expected.size()) : "");
+        EXPECT_EQ(expected[0] == 'b', row.find("GAR") != row.npos) << row;
+    }
     EXPECT_FALSE(std::getline(rows, row));
     const std::string tabs = Zelsketch({"list", "--tsv", "b"}).out;
     EXPECT_NE(std::string::npos, tabs.find("\nb\tDefinitions[0]\tA\t0\t0\t1,\"2\"\ta\\tb\\\\\tinf\t"));
+}
+
+TEST(Text, OfAnyBytesIsShownAndTakenUp) {
+    const std::pair<std::string, std::string> shown[] = {
+        {"\x7f\xC2\x9F\xC2\xA0", "\\x7f\\xc2\\x9f\xC2\xA0"},
+        {"\xC1\x81", "\\xc1\\x81"},
+        {"\xE0\x9F\xBF\xE0\xA0\x80", "\\xe0\\x9f\\xbf\xE0\xA0\x80"},
+        {"\xED\xA0\x80", "\\xed\\xa0\\x80"},
+        {"\xF0\x8F\xBF\xBF", "\\xf0\\x8f\\xbf\\xbf"},
+        {"\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF"},
+        {"\xF4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"}};
+    for (const auto& [bytes, text] : shown) EXPECT_EQ(text, Shown(bytes));
+    const std::pair<std::string, std::string> converted[] = {{Hex("FF FE FF DB FF DF"), "\xF4\x8F\xBF\xBF"},
+                                                             {Hex("FE FF 01 42 D8 00 00 61"),
+                                                              "\xC5\x82\xED\xA0\x80"
+                                                              "a"},
+                                                             {Hex("FF FE 61 00 62"), "a\xFF"}};
+    for (const auto& [bytes, text] : converted) EXPECT_EQ(text, Utf8OfMarkedUtf16(bytes));
+    EXPECT_EQ(std::string::npos, PlaceText(Place(33, {"M", 0})).find("levels"));
+    EXPECT_NE(std::string::npos, PlaceText(Place(34, {"M", 0})).find("].(2 levels).M["));
 }
 
 TEST(Text, DaysOfTheCalendar) {
@@ -112,6 +138,10 @@ TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
     const std::string sound = Get("f");
     const auto at = [&](const char* code) { return sound.find(code) - 2; };
     const std::size_t size = at("A2") - at("A1");
+    std::string withCounts = sound;
+    for (const std::size_t count :
+         {std::size_t{0}, std::size_t{54}, std::size_t{65}, std::size_t{86}, at("A4") + 34, at("A5") + 71})
+        withCounts[count] = '\x7f';
     struct {
         const char* name;
         std::string file;
@@ -123,6 +153,7 @@ TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
         {"a member's tag is zero", std::string(sound).replace(at("M1"), 1, 1, '\0'),
          "taken up: Definitions[0].Members[1]", 0},
         {"a count is wrong", std::string(sound).replace(at("A3") + 13, 1, "\x19"), "0 bytes left behind", 0},
+        {"counts of texts are wrong", withCounts, "0 bytes left behind", 0},
         {"bytes are gone", std::string(sound).erase(at("A3") + 20, 30), "taken up: Definitions[3] from 0x",
          1},
         {"bytes of a member are gone", std::string(sound).erase(at("M0") + 20, 30), "left behind: ", 1},
@@ -143,8 +174,9 @@ TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
         EXPECT_EQ(sound.size() - c.missing * size, Get("g").size()) << c.name << '\n' << outcome.out;
         std::filesystem::remove("g");
         const bool hasFinds = outcome.out.find("taken up: ") != std::string::npos;
-        EXPECT_EQ(hasFinds,
-                  Zelsketch({"show", "--salvage", "f"}).out.find("  (taken up from 0x") != std::string::npos);
+        const Outcome shown = Zelsketch({"show", "--salvage", "f"});
+        EXPECT_EQ(hasFinds, shown.out.find("  (taken up from 0x") != std::string::npos);
+        EXPECT_EQ(1, shown.status);
         for (const char* command : {"check", "show", "list"})
             EXPECT_EQ(hasFinds, Zelsketch({command, "f"}).error.find("f: reading could go on at 0x") !=
                                     std::string::npos)

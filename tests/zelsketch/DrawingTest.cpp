@@ -108,6 +108,9 @@ TEST_F(ToolTest, ShowsADrawingInsideAFile) {
         EXPECT_NE(std::string::npos, page.find(expected)) << expected << " in\n" << page;
     const std::string hex = Zelsketch({"show", "--hex", "--drawing", "5", "--at", "2", "f"}).out;
     EXPECT_EQ(0u, hex.find("00000002  01 "));
+    Put("g", Hex("(01 00)*3 00 FF 7F"));
+    EXPECT_NE(std::string::npos,
+              Zelsketch({"show", "--hex", "--drawing", "0", "g"}).out.find("list of 32767\n"));
     EXPECT_EQ("f has no byte 99999: it ends after",
               Zelsketch({"show", "--drawing", "5", "--at", "99999", "f"}).error.substr(11, 34));
 }
@@ -134,7 +137,8 @@ TEST_F(ToolTest, PicturesAreToScale) {
     EntityRecord& inner = AddAt(dynamic_cast<Kind13Geometry&>(*group.Geometry).Entities, 2, "BYLAYER", 10);
     dynamic_cast<Kind2Geometry&>(*inner.Geometry).First = {3, 150};
     dynamic_cast<Kind2Geometry&>(*inner.Geometry).Second = {1e300, std::numeric_limits<double>::quiet_NaN()};
-    AddAt(drawing.Entities, 4, "<Wall>", 5);
+    EntityRecord& outer = AddAt(drawing.Entities, 13, "<Wall>", 5);
+    AddAt(*AddAt(*outer.Nested(), 13, "BYLAYER", 6).Nested(), 0, "BYLAYER", 7);
     Put("f", Written(drawing));
     const std::string svg = Zelsketch({"show", "--drawing", "24", "--svg", "f"}).out;
     // 150 high, so that a mark is 1 wide.
@@ -144,12 +148,14 @@ TEST_F(ToolTest, PicturesAreToScale) {
           "height=\"154\" fill=\"none\"",
           "<title>Entities[0].Entities[0], kind 2, style BYLAYER</title>\n<rect x=\"9.5\" y=\"19.5\" "
           "width=\"1\"",
+          "<title>Entities[1].Entities[0], kind 13, style BYLAYER</title>\n<rect x=\"4\" y=\"10\" "
+          "width=\"5\" height=\"6\"",
           "<circle cx=\"3\" cy=\"150\" r=\"0.5\"/>", "<text x=\"11\" y=\"19\">2</text>",
           "1 point too far away to be drawn"})
         EXPECT_EQ(1u, Count(svg, expected)) << expected << " in\n" << svg;
     EXPECT_EQ(2u, Count(svg, "<g fill=\"#b31a1a\"")) << "one colour a style";
     EXPECT_EQ(1u, Count(svg, "fill=\"#b31a1a\">&lt;Wall></text>")) << "and its name";
-    EXPECT_EQ(3u, Count(svg, "</g>"));
+    EXPECT_EQ(5u, Count(svg, "</g>"));
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 namespace zel {
 namespace {
 
+using std::literals::operator""s;
+
 constexpr char kSample[] = R"({ "Header": { "FileVersion": 3, "CreatedBy": "me", "CreationDate": 147617 },
     "Definitions": [ { "AreaCode": "GLA1", "AreaName": "Living", "AreaNameBehind": "6f6c6400", "Members": [
                          { "AreaCode": "GAR", "Multiplier": -0.5 }, { "AreaCode": "1" }, { "AreaCode": "GAR" } ] },
@@ -79,6 +81,7 @@ TEST_F(EditTest, WhatIsNotThereIsNamed) {
         {"Definitions[0].Members[GAR].AreaCode",
          "this code stands more than once, at Definitions[0].Members[0] and Definitions[0].Members[2]; give"},
         {"Definitions[0].Aera", "no such field; there are AreaCode, Multiplier, "},
+        {"Headers", "no such field; there are none"},
         {"FileFlags", "version 3 has no such field, from version 5 on there is one"},
         {"Definitions[0", "expected ']' at the end"},
         {"Definitions[].AreaCode", "expected an index, a code or '*' in front of ].AreaCode"},
@@ -97,7 +100,7 @@ TEST_F(EditTest, SetChangesTheValueAndNoOtherByte) {
         std::string expected;
     } const cases[] = {
         {"Header.CreatedBy=Jo", std::string(file_).replace(0x1a, 3, std::string("Jo\0", 3))},
-        {"Header.CreationDate=2004-03-01", std::string(file_).replace(0x12, 1, "\xa2")},
+        {"Header.CreationDate=2004-02-28", std::string(file_).replace(0x12, 1, "\xa0")},
         {"Header.ModifiedTime=00:01:00", std::string(file_).replace(0x28, 1, "<")},
         {"Header.ModifiedTime=-1", std::string(file_).replace(0x28, 4, 4, '\xff')},
         {"Header.Flags=0x80000110", std::string(file_).replace(0x0f, 1, "\x80")},
@@ -110,6 +113,12 @@ TEST_F(EditTest, SetChangesTheValueAndNoOtherByte) {
         EXPECT_TRUE(SameBytes(c.expected, Editor::Set(file_, {c.assignment}, false).file)) << c.assignment;
     }
     EXPECT_EQ(2u, Editor::Set(file_, {"Definitions[0].Members[GAR].Hidden=1"}, true).changes.size());
+    EXPECT_TRUE(SameBytes(
+        std::string(file_).replace(0x1a, 10, "Jo\000345678\0"s),
+        Editor::Set(std::string(file_).replace(0x1a, 10, "0123456789"), {"Header.CreatedBy=Jo"}, false)
+            .file));
+    // Damage is no hindrance while it gets no worse.
+    EXPECT_EQ(1u, Editor::Set(file_ + "x", {"Header.CreatedBy=Jo"}, false).changes.size());
     EXPECT_EQ("2", Editor::Get(Editor::Set(file_, {"Definitions[P/P].WallWidth=2"}, false).file,
                                "Definitions[1].WallWidth", false)[0]);
 }
@@ -124,12 +133,15 @@ TEST_F(EditTest, SetRefusesWhatDoesNotFit) {
         {"Header.CreationDate=2003-02-29", "a whole number from -2147483648 to 2147483647 does, or a date"},
         {"Header.CreationTime=24:00:00", "or a time as 23:59:59"},
         {"Definitions[0].Multiplier=1,5", "a number as 1.5 does"},
+        {"Definitions[0].Multiplier=0x1", "a number as 1.5 does"},
+        {"Definitions[0].AreaName=a\0b"s, "a NUL does not fit"},
         {"Definitions[0].Multiplier=", "a number as 1.5 does"},
         {"Definitions[0].Multiplier=inf", "a number as 1.5 does"},
         {"Header.FileVersion=5", "use convert"},
         {"Header.Flags=0", "readers look for the sections of 0x00000000, the file has those of 0x00000110"},
         {"Header.Signature=X", "not changed, it would be damaged at 0x00000000: Header.Signature"},
         {"Definitions[0]=1", "expected the path of a field"},
+        {"Definitions[a=b].Hidden=1", "Definitions[a=b].Hidden: no such definition"},
         {"Definitions[0].AreaName", "expected '=' and a value behind the path"},
     };
     for (const auto& [assignment, reason] : cases) {

@@ -42,6 +42,7 @@ TEST_F(ToolTest, BuildSaysWhatItExpectsAndLeavesTheOldFile) {
         {R"({ "Header": { "Type": 1, "Type": 2 } })", "1, column 34: Header.Type: is there twice"},
         {R"({ "Header": { "Type": 256 } })",
          "1, column 23: Header.Type: expected a whole number from 0 to 255, not 256\n"},
+        {R"({ "Header": { "Type": 1.5 } })", "1, column 23: Header.Type: expected a whole number"},
         {R"({ "Header": { "Flags": -1 } })",
          "1, column 24: Header.Flags: expected a whole number from 0 to 4294967295, not -1\n"},
         {R"({ "Header": { "CreationDate": 2147483648 } })",
@@ -68,8 +69,10 @@ TEST_F(ToolTest, BuildSaysWhatItExpectsAndLeavesTheOldFile) {
          "1, column 28: Header.CreatedBy: expected a text without \\u0000"},
         {R"({ "Definitions": [ { "AreaCodeTag": 0 } ] })",
          "1, column 20: Definitions[0].AreaCodeTag: expected a tag other than 0"},
-        {R"({ "Definitions": [ { "AreaCode": ")" + std::string(256, 'A') + R"(" } ] })",
-         "1, column 34: Definitions[0].AreaCode: expected at most 255 characters, not \"AAAA"},
+        {R"({ "Definitions": [ { "AreaCode": ")" + std::string(38, 'A') + "é" + std::string(217, 'A') +
+             R"(" } ] })",
+         "1, column 34: Definitions[0].AreaCode: expected at most 255 characters, not \"" +
+             std::string(38, 'A') + "..."},
         {R"({ "CutShort": 115 })", "1, column 15: CutShort: expected a whole number from 0 to 114, not 115"},
     };
     Put("f", "old");
@@ -94,15 +97,19 @@ TEST_F(ToolTest, CheckSaysWhatAndWhere) {
         {Sample().replace(0x71, 1, "\7"), inCode + "the tag is 7, not 6"},
         {Sample().replace(0x70, 1, "\2"), "70: Definitions: the opening byte is 2, not 1"},
         {Sample().replace(0x74, 1, 1, '\0'), inCode + "a NUL ends the text after 1 character, the count"},
-        {Sample().replace(0x80, 1, "\x19"), inArea + "the count is 25, at most 19 characters fit"},
+        {Sample().replace(0x80, 1, "\x14"), inArea + "the count is 20, at most 19 characters fit"},
         {Sample().replace(0x82, 1, 1, '\0'), inArea + "a NUL ends the text after 1 character, the count"},
         {Sample().replace(0x1a, 10, "0123456789"), "1a: Header.CreatedBy: no NUL ends the text"},
         {File(R"({ "Header": { "FileVersion": )" + unknown + " } }"),
          "11: Header.FileVersion: version " + unknown + " is unknown"},
         {Sample().insert(0x77, 256, 'A'), inCode + "the code has 260 characters, but its count byte is 4"},
+        {Sample().insert(0xf1, 256, 'A'), "eb: Definitions[0].Members[0].AreaCode: the code has 260"},
         {Sample().insert(0xea, 1024, 'S'), "e5: Definitions[0].SubtractAreaCode: the code has 1027"},
         // As the automation objects would save it: Type implies sections to readers, but not to writers.
         {WithSections().erase(0x36, 0x35), "c: Header.Flags: Type and FileVersion make a reader look"},
+        // As odd without the sections as with them: as readers see it.
+        {WithSections().substr(0, 0x36),
+         "36: Header.ProgramVersionSignature: cut short, the file ends in front"},
         {Sample().replace(6, 1, "U"), "0: Header.Signature: not \"TRN4WIN\""},
     };
     for (const auto& [file, finding] : damages) {

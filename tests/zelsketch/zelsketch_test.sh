@@ -76,6 +76,8 @@ cmp old f.bak || failed=1
 expect 0 'Jo' zelsketch get f Header.CreatedBy
 expect 0 'removed: Definitions[20]' zelsketch remove --no-backup f 'Definitions[20]'
 cmp old f.bak || failed=1
+chmod a-w f.bak
+expect 2 'will not replace f.bak: it is read-only; --force replaces it' zelsketch add f Definitions
 chmod a-w f
 expect 2 'will not replace f: it is read-only; --force replaces it' zelsketch add f Definitions
 expect 0 'added: Definitions[0] GLA1' zelsketch add --force f 'Definitions[0]' AreaCode=GLA1
@@ -95,6 +97,9 @@ echo text >in/readme
 expect 2 'cannot read in: a folder; --recursive takes the files in it' zelsketch check in
 expect 0 'passed over 1 file of other kinds' zelsketch check -r in
 [ "$(zelsketch check -r in 2>/dev/null | tr '\\' /)" = "$(printf 'in/a.zel: sound\nin/deep/b: sound')" ] || failed=1
+echo text >in/odd.ZEL
+expect 1 'odd.ZEL: 0x00000000: Header.Signature' zelsketch check -r in
+rm in/odd.ZEL
 mkdir out
 expect 0 'version 3' zelsketch convert --to-version 3 -r in out
 zelsketch convert --to-version 3 -o one f >report
