@@ -41,6 +41,8 @@ TEST_F(ToolTest, DiffTellsWhatHasBecomeOfDefinitions) {
          "(other bytes behind the text)\n"},
         {R"({ "Header": { "FileVersion": 4 } })", R"({ "Header": { "FileVersion": 5 } })",
          "changed: Header.FileVersion: 4 -> 5\nchanged: FileFlags: none -> 0x00000000\n"},
+        {R"({ "Header": { "FileVersion": 3 } })", R"({ "Header": { "FileVersion": 99 } })",
+         "changed: Header.FileVersion: 3 -> 99  (unknown: readers stop behind the header)\n"},
         {R"({ "LeftOver": "01" })", "{ }", "changed: LeftOver: 01 -> none\n"},
     };
     for (const auto& test : cases) {

@@ -159,6 +159,12 @@ expect 2 'cannot read a\x1b\xc2\x9bb: No such file' zelsketch show "$escape"
 cp f "$escape"
 expect 0 'a\x1b\xc2\x9bb: sound' zelsketch check "$escape"
 rm "$escape"
+# A change goes to the file behind a link, which stays one.
+ln -s f link
+expect 0 'to "Jo"' zelsketch set --no-backup link Header.CreatedBy=Jo
+[ -L link ] && expect 0 'Jo' zelsketch get f Header.CreatedBy
+expect 0 'to ""' zelsketch set --no-backup link Header.CreatedBy=
+rm link
 # completed WORD...: what bash makes of the last word.
 completed() {
     bash -c 'source <("$0" completion); COMP_WORDS=(zelsketch "$@"); COMP_CWORD=$#; _zelsketch
