@@ -13,23 +13,13 @@
 #include "zel/com/Object.h"
 #include "zel/com/Variant.h"
 #include "zel/automation/ZEL_Definition.h"
+#include "LateBound.h"
 
 namespace zel {
 
 inline ULONG References(IUnknown& object) {
     object.AddRef();
     return object.Release();
-}
-
-// Calls as a script engine makes them: with one argument or none.
-inline HRESULT Call(IDispatch& object, const wchar_t* name, WORD flags, VARIANT* argument, VARIANT* value) {
-    auto* text = const_cast<wchar_t*>(name);
-    DISPID member = DISPID_UNKNOWN, put = DISPID_PROPERTYPUT;
-    const HRESULT known = object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &member);
-    if (FAILED(known)) return known;
-    const bool puts = flags & DISPATCH_PROPERTYPUT;
-    DISPPARAMS arguments{argument, puts ? &put : nullptr, argument ? 1u : 0u, puts ? 1u : 0u};
-    return object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, value, nullptr, nullptr);
 }
 
 inline std::wstring AsText(Variant value) {

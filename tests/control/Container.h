@@ -7,8 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <utility>
+
+#include "zel/com/Module.h"
 
 namespace zel {
 
@@ -23,18 +27,19 @@ enum class Site { kPlain, kExtended, kWindowless };
 #define THREE(kind, a, b, c) kind(a) kind(b) kind(c)
 // clang-format on
 
-// A container that writes down what it is asked. At the call of a given number it refuses, or closes the
-// control if it was given one. One object is all of its sides: sites, frame, ambient properties, advise sink.
-// It lives on the test's stack and outlives all that the control has of it: references and a window.
+// A container that writes down what it is asked. At the call of a given number it refuses, or does what it
+// was given. One object is all of its sides: sites, frame, ambient properties, advise sink, a full stream. It
+// lives on the test's stack and outlives all that the control has of it: references and a window.
 class Container : public IOleClientSite,
                   public IOleInPlaceSiteWindowless,
                   public IOleControlSite,
                   public IOleInPlaceFrame,
                   public IAdviseSinkEx,
-                  public IDispatch {
+                  public IDispatch,
+                  public IStream {
 public:
-    explicit Container(Site site, int disturbedCall = 0, IOleObject* closed = nullptr)
-        : site_(site), disturbedCall_(disturbedCall), closed_(closed) {}
+    explicit Container(Site site, int disturbedCall = 0, std::function<void()> disturb = {})
+        : site_(site), disturbedCall_(disturbedCall), disturb_(std::move(disturb)) {}
     ~Container() {
         EXPECT_EQ(references_, 0);
         EXPECT_EQ(ControlWindow(), nullptr);
@@ -43,7 +48,8 @@ public:
 
     const HWND Window =
         CreateWindowExW(0, L"static", L"", WS_POPUP, 0, 0, 400, 220, nullptr, nullptr, nullptr, nullptr);
-    bool IsUserMode = true;
+    std::optional<bool> IsUserMode = true;  // or it does not say
+    bool IsReleasedLate = false;            // when nothing held the module any more
     int Calls = 0;
     int Places = 0;  // activations not yet ended
 
@@ -64,7 +70,10 @@ public:
         return AddRef(), S_OK;
     }
     STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() noexcept override { return --references_; }
+    STDMETHODIMP_(ULONG) Release() noexcept override {
+        IsReleasedLate |= Module::LockCount() == 0;
+        return --references_;
+    }
 
     STDMETHODIMP GetWindow(HWND* out) noexcept override { return *out = Window, Call(__func__); }
     STDMETHODIMP OnInPlaceActivateEx(BOOL*, DWORD flags) noexcept override {
@@ -86,14 +95,17 @@ public:
     }
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* value, EXCEPINFO*,
                         UINT*) noexcept override {
-        if (Refuses() || id != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
+        if (Refuses() || id != DISPID_AMBIENT_USERMODE || !IsUserMode) return DISP_E_MEMBERNOTFOUND;
         V_VT(value) = VT_BOOL;
-        V_BOOL(value) = IsUserMode ? VARIANT_TRUE : VARIANT_FALSE;
+        V_BOOL(value) = *IsUserMode ? VARIANT_TRUE : VARIANT_FALSE;
         return S_OK;
     }
     THREE(ASKED, CanInPlaceActivate(), CanWindowlessActivate(), RequestUIActivate())
     STDMETHODIMP TranslateAccelerator(MSG*, DWORD modifiers) noexcept override {
         return Call("TranslateAccelerator(" + std::to_string(modifiers) + ")");
+    }
+    STDMETHODIMP Write(const void*, ULONG size, ULONG* written) noexcept override {
+        return *written = size - 1, S_OK;
     }
     RECORDED(SaveObject())
     RECORDED(ShowObject())
@@ -115,12 +127,17 @@ public:
     THREE(REFUSED, InsertMenus(HMENU, OLEMENUGROUPWIDTHS*), SetStatusText(LPCOLESTR), EnableModeless(BOOL))
     THREE(REFUSED, TranslateAccelerator(MSG*, WORD), GetTypeInfo(UINT, LCID, ITypeInfo**),
           GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*))
+    THREE(REFUSED, Read(void*, ULONG, ULONG*), Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*), Revert())
+    THREE(REFUSED, LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD), Commit(DWORD), Clone(IStream**))
+    THREE(REFUSED, UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD), SetSize(ULARGE_INTEGER),
+          CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*))
+    REFUSED(Stat(STATSTG*, DWORD))
 
 private:
     bool Refuses() {
         if (++Calls != disturbedCall_) return false;
-        if (closed_) closed_->Close(OLECLOSE_NOSAVE);
-        return !closed_;
+        if (disturb_) disturb_();
+        return !disturb_;
     }
     HRESULT Call(const std::string& name, HRESULT refusal = E_FAIL) {
         log_ += (log_.empty() ? "" : " ") + name;
@@ -132,7 +149,7 @@ private:
 
     const Site site_;
     const int disturbedCall_;
-    IOleObject* const closed_;
+    const std::function<void()> disturb_;
     LONG references_ = 0;
     std::string log_;
 };
