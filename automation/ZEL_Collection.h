@@ -20,7 +20,7 @@ public:
 
     STDMETHODIMP Item(VARIANT index, VARIANT* pItem) noexcept override;
     STDMETHODIMP get_Count(LONG* pVal) noexcept override;
-    STDMETHODIMP get__NewEnum(IUnknown** pVal) noexcept override;
+    STDMETHODIMP get__NewEnum(IUnknown** pVal) noexcept override;  // NOLINT(clang-diagnostic-*): a given name
     STDMETHODIMP Add(VARIANT pNew) noexcept override;
     STDMETHODIMP Remove(VARIANT index) noexcept override;
     STDMETHODIMP Copy(IZEL_Collection* pCopy) noexcept override;

@@ -8,12 +8,12 @@
 #include <errno.h>
 #include <pthread.h>
 
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 namespace __gnu_cxx {
 // Frees what the runtime sets aside for exceptions when memory is exhausted.
 void __freeres();
 }  // namespace __gnu_cxx
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 namespace {
 

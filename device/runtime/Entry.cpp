@@ -3,7 +3,7 @@
 
 #include "Runtime.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds);
 void __cxa_finalize(void* object);
@@ -13,7 +13,7 @@ extern void (*__init_array_end[])();
 // Static objects of the library ask for their destruction by it.
 void* __dso_handle = nullptr;
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 extern "C" BOOL WINAPI ZelEntry(HINSTANCE instance, DWORD reason, void* processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {

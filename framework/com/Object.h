@@ -65,7 +65,7 @@ public:
     }
 
 protected:
-    virtual ~Object() = default;
+    virtual ~Object() = default;  // NOLINT(modernize-use-override): some bases have one, some not
     // The last reference is gone. An object that the system still calls goes when that has ended.
     virtual void Finish() noexcept { delete this; }
 

@@ -5,7 +5,7 @@
 
 #include "../../../device/runtime/Runtime.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 void __cxa_finalize(void* object);
 extern void (*__init_array_start[])();
@@ -53,4 +53,4 @@ int ZelEntry(void*, void*, const wchar_t* commandLine, int) {
     return result;
 }
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
