@@ -9,6 +9,7 @@ using StoreTest = AutomationTest;
 
 TEST_F(StoreTest, AnswersBesideTheResult) {
     Store store;
+    EXPECT_EQ(std::to_wstring(SketchFile::kVersionOfNewFiles), Get(*store.header, L"FileVersion"));
     EXPECT_EQ(kDone, store.Save());
     EXPECT_EQ(kDone, store.Load());
     EXPECT_EQ(kDone, store.Load(kMissing));

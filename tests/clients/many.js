@@ -5,6 +5,7 @@ var store = new ActiveXObject("ZEL_BRU.BRU_Store"), basement = NewDefinition("BS
 basement.SubtractAreaCode = new Array(162).join("x");
 for (var i = 0; i < 1502; ++i) basement.Members.Add(NewDefinition("A"));
 store.Definitions.Add(basement);
+store.Header.FileVersion = 5;
 store.SaveToFile(WScript.Arguments(0));
 
 function NewDefinition(code) {
