@@ -32,6 +32,26 @@ char ToAnsi(char16_t letter) {
 }  // namespace
 
 void Handheld::DefineMemory() {
+    // Counted as an instruction a byte, more than any that go by words take.
+    for (const char* copy : {"memcpy", "memmove"}) {
+        Define(copy, [this] {
+            machine.Count(A(2));
+            machine.WriteBytes(A(0), machine.Bytes(A(1), A(2)).data(), A(2));
+            return A(0);
+        });
+    }
+    Define("memset", [this] {
+        machine.Count(A(2));
+        const std::string bytes(A(2), static_cast<char>(A(1)));
+        machine.WriteBytes(A(0), bytes.data(), A(2));
+        return A(0);
+    });
+    Define("strlen", [this] {
+        Word length = 0;
+        while (machine.Read<std::uint8_t>(A(0) + length) != 0) ++length;
+        machine.Count(length);
+        return length;
+    });
     Define("LocalAlloc", [this] {
         const Word block = machine.Allocate(A(1));
         return block ? block : Fail(14);

@@ -54,6 +54,8 @@ public:
     // The most of a stack that any call has used since the last question, in bytes.
     Word StackUsed();
     std::uint64_t Instructions() const { return instructions_; }
+    // For what the system does in the module's stead.
+    void Count(std::uint64_t instructions) { instructions_ += instructions; }
     // Checks of each access make it some times slower.
     void CheckAccesses(bool check) { checksAccesses_ = check; }
 
