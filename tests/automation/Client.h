@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include <gmock/internal/gmock-pp.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -62,6 +63,20 @@ inline std::wstring Tree(IZEL_Collection& items) {
     }
     return tree;
 }
+
+// For a client's own implementations of the interfaces. ZEL_REFUSE(type, names...): properties that can be
+// neither got nor put.
+#define ZEL_REFUSE_PROPERTY(index, type, name)                    \
+    STDMETHODIMP get_##name(type*) override { return E_NOTIMPL; } \
+    STDMETHODIMP put_##name(type) override { return E_NOTIMPL; }
+#define ZEL_REFUSE(type, ...) GMOCK_PP_FOR_EACH(ZEL_REFUSE_PROPERTY, type, (__VA_ARGS__))
+
+struct ForeignHeader final : Object<Interfaces<IZEL_Header, IDispatch>, Dispatch<IZEL_Header>> {
+    ZEL_REFUSE(unsigned char, TarnVersion, FileVersion, Type)
+    ZEL_REFUSE(LONG, CreationDate, CreationTime, Flags, ModifiedDate, ModifiedTime)
+    ZEL_REFUSE(BSTR, CreatedBy, CreatedByVersion, LastModifiedBy, ModifiedByVersion)
+    ZEL_REFUSE(BSTR, ProgramVersionSignature, Signature)
+};
 
 // A test with a file in the current folder, which goes away with it as all its objects must.
 class AutomationTest : public testing::Test {

@@ -34,6 +34,11 @@ TEST_F(Collection, PositionsAreTheFirst32BitsOfAnyType) {
     EXPECT_EQ(S_OK, items->Add(reference));
     variable = Typed(VT_I4, 99);  // what a reference refers to was added, not the reference
     EXPECT_EQ(L"0 1", Tree(*items));
+    VARIANT money = Typed(VT_CY, 10000), unknown = Typed(200, 0);
+    Variant item;
+    EXPECT_EQ(S_OK, Call(*items, L"Item", DISPATCH_METHOD, &money, item.Out()));
+    EXPECT_EQ(L"1", AsText(std::move(item)));
+    EXPECT_TRUE(FAILED(Call(*items, L"Add", DISPATCH_METHOD, &unknown, nullptr)));
 }
 
 TEST_F(Collection, CopyKeepsAReferenceToTheLast) {

@@ -1,5 +1,3 @@
-#include <gmock/internal/gmock-pp.h>
-
 #include <vector>
 
 #include "Client.h"
@@ -9,24 +7,12 @@ namespace {
 
 using ForeignObjects = AutomationTest;
 
-// A client's own implementations of the interfaces. ZEL_REFUSE(type, names...): properties that can be
-// neither got nor put.
-#define ZEL_REFUSE_PROPERTY(index, type, name)                    \
-    STDMETHODIMP get_##name(type*) override { return E_NOTIMPL; } \
-    STDMETHODIMP put_##name(type) override { return E_NOTIMPL; }
-#define ZEL_REFUSE(type, ...) GMOCK_PP_FOR_EACH(ZEL_REFUSE_PROPERTY, type, (__VA_ARGS__))
-
-struct ForeignHeader : Object<Interfaces<IZEL_Header, IDispatch>, Dispatch<IZEL_Header>> {
-    ZEL_REFUSE(unsigned char, TarnVersion, FileVersion, Type)
-    ZEL_REFUSE(LONG, CreationDate, CreationTime, Flags, ModifiedDate, ModifiedTime)
-    ZEL_REFUSE(BSTR, CreatedBy, CreatedByVersion, LastModifiedBy, ModifiedByVersion)
-    ZEL_REFUSE(BSTR, ProgramVersionSignature, Signature)
-};
-
-// Holds the given objects; notes the type of the positions it is asked for.
+// A client's own implementations of the interfaces. Holds the given objects; notes the type of the positions
+// it is asked for.
 struct ForeignCollection : Object<Interfaces<IZEL_Collection, IDispatch>, Dispatch<IZEL_Collection>> {
     STDMETHODIMP Item(VARIANT index, VARIANT* pItem) override {
         indexType = V_VT(&index);
+        references = References(*this);
         return CopyVariant(pItem, Variant::Object(items.at(V_UI4(&index))).Get());
     }
     STDMETHODIMP get_Count(LONG* pVal) override {
@@ -40,6 +26,7 @@ struct ForeignCollection : Object<Interfaces<IZEL_Collection, IDispatch>, Dispat
 
     std::vector<IDispatch*> items;
     VARTYPE indexType = VT_EMPTY;
+    ULONG references = 0;
 };
 
 // Has a code and members, and refuses the rest.
@@ -74,6 +61,9 @@ TEST_F(ForeignObjects, DefinitionsAreSavedAtEveryDepth) {
     EXPECT_EQ(S_OK, store.object->put_Definitions(outer->members.Get()));
     inner->Release();  // the reference that copying leaves
     EXPECT_EQ(VT_UI4, outer->members->indexType);
+    EXPECT_EQ(S_OK, Make<ZEL_Definition>()->put_Members(outer->members.Get()));
+    EXPECT_EQ(2u, outer->members->references) << "held meanwhile";
+    inner->Release();
     store.definitions->Add(Variant::Object(outer.Get()).Get());
     EXPECT_EQ(kDone, store.Save());
     EXPECT_EQ(VT_I4, outer->members->indexType);

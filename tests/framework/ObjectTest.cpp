@@ -50,7 +50,7 @@ TEST(EnumVariant, GivesWhatIsLeftAndSaysWhenThatIsLess) {
     EXPECT_EQ(walk->Next(4, items, &fetched), S_FALSE);
     EXPECT_TRUE(fetched == 2 && V_I4(&items[1]) == 4);
     EXPECT_EQ(walk->Next(1, items, nullptr), S_FALSE);
-    EXPECT_EQ(walk->Next(2, items, nullptr), E_POINTER);
+    for (const ULONG count : {0, 2}) EXPECT_EQ(walk->Next(count, items, nullptr), E_POINTER);
     EXPECT_EQ(walk->Next(1, nullptr, &fetched), E_POINTER);
     EXPECT_EQ(fetched, 0u);
     EXPECT_EQ(walk->Clone(nullptr), E_POINTER);

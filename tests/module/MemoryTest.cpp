@@ -107,9 +107,18 @@ std::string BytesOf(const Bstr& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+// The lowest thread slot that nobody has.
+DWORD FreeSlot() {
+    const DWORD slot = TlsAlloc();
+    TlsFree(slot);
+    return slot;
+}
+
 class MemoryTest : public testing::Test {
 public:
     MemoryTest() {
+        static const DWORD first = slot_;
+        EXPECT_LT(slot_, first + 10) << "a module that threw has kept its slot";
         static Spy spy;
         reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleW(L"oleaut32"), "SetOaNoCache"))();
         CoRegisterMallocSpy(&spy);
@@ -211,10 +220,29 @@ public:
         Variant out = Variant::Object(nullptr);
     };
 
+    const DWORD slot_ = FreeSlot();
     const Server server_;
     // The same module from another file: its objects are a client's own to the first.
     const Server foreign_{BuiltFile("tests/module/" ZEL_ODD_FOLDER "/ZEL_BRU.dll")};
 };
+
+TEST_F(MemoryTest, ForeignObjectsAreSavedAsOwnOnes) {
+    const std::string bytes = Hex(
+        "07 'SIGNING' 00*3 41 10 01 34 12 c8 05 01 00*3 02 00*3 'ME' 00*8 03 00*3 04 00*3 'YOU' 00*7 02 'PV' "
+        "00*8 "
+        "02 'CV' 00*18 02 'MV' 00*18 08 04 03 02 01 01 06 01 'A' 00*6 e8 3f ff 02 'AN' 00*18 02 'AD' 00*18 "
+        "00*6 e0 bf 00*6 04 40 02 'SS' 00*30 01 00 02 00 03 00 04 05 06 07 06 01 'P' 01 00 00");
+    std::ofstream(std::filesystem::path(kFile.Get()), std::ios::binary) << bytes;
+    const Client own(*this, New<IBRU_Store>(server_, CLSID_BRU_Store));
+    const Client foreign(*this, New<IBRU_Store>(foreign_, CLSID_BRU_Store));
+    foreign.store->LoadFromFile(kFile.Get(), nullptr);
+    own.store->put_DefinitionType(8);
+    own.store->put_Flags(0x1020304);
+    own.store->put_Header(foreign.header.Get());
+    own.items->Add(Variant::Object(foreign.Definition(0).Get()).Get());
+    own.store->SaveToFile(kTarget.Get(), nullptr);
+    EXPECT_TRUE(SameBytes(bytes, BytesOf(kTarget)));
+}
 
 using Client = MemoryTest::Client;
 using Step = std::function<HRESULT(Client&)>;
