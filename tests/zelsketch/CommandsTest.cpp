@@ -17,7 +17,7 @@ namespace zel {
 namespace {
 
 TEST_F(ToolTest, ShowExplains) {
-    Build("f", R"({ "Header": { "Flags": 258, "CreationDate": 147622, "CreationTime": 3661,
+    Build("f", R"({ "Header": { "Signature": "X", "Flags": 258, "CreationDate": 147622, "CreationTime": 3661,
                                 "ModifiedTime": -1, "CreatedBy": "\u20ac\u0081\u007f\u001b[31m" },
                     "Definitions": [ { "AreaCode": "A", "AreaCodeTag": 5, "Members": [ { "WallWidth": null,
                         "WallWidthBits": "0x7ff0000000000000", "AreaName": "x", "AreaNameCount": 25,
@@ -31,10 +31,12 @@ TEST_F(ToolTest, ShowExplains) {
           "ModifiedTime -1 (not a time of day)", "CreatedBy \"\u20ac\\x81\\x7f\\x1b[31m\"",
           "AreaCode \"A\" (tag 5)", "WallWidth inf 0x7ff0000000000000",
           "AreaName \"x\" (count 25) (1 byte behind the text)",
+          "The Signature is not \"TRN4WIN\": this is hardly an area definition file.",
           "The file is cut short: it lacks at least 4 bytes at its end."})
         EXPECT_NE(std::string::npos, page.find(expected + '\n')) << expected << " in\n" << page;
     EXPECT_EQ(std::string::npos, page.find('\033'));
     EXPECT_EQ(std::string::npos, Zelsketch({"show", "--json", "f"}).out.find("MembersOpening"));
+    EXPECT_NE(std::string::npos, Zelsketch({"show", "--hex", "f"}).out.find("list ends  (1 byte missing)\n"));
     EXPECT_NE(std::string::npos, Zelsketch({"show", "f"}, true).out.find("\033[1mHeader"));
 }
 
@@ -104,11 +106,12 @@ TEST(Text, DaysOfTheCalendar) {
 }
 
 TEST_F(ToolTest, ConvertListsWhatIsLostAndNeverOverwrites) {
-    Build("f", R"({ "FileFlags": 5, "DefinitionType": 0, "Definitions": [
+    Build("f", R"({ "FileFlags": 5, "DefinitionType": 1, "Definitions": [
                     { "AreaCode": "A", "Hidden": 1, "Members": [ { "SubtractAreaCode": "GAR" } ] } ] })");
     EXPECT_EQ(
-        "lost: FileFlags = 0x00000005\nlost: Definitions[0].Members[0].SubtractAreaCode = \"GAR\"\n"
-        "g: version 2, 2 values lost\n",
+        "lost: DefinitionType = 1\nlost: FileFlags = 0x00000005\nlost: "
+        "Definitions[0].Members[0].SubtractAreaCode = \"GAR\"\n"
+        "g: version 2, 3 values lost\n",
         Zelsketch({"convert", "--to-version", "2", "f", "g"}).out);
     EXPECT_EQ("g: sound\n", Zelsketch({"check", "g"}).out);
     const std::string first = Get("g");

@@ -133,28 +133,31 @@ std::size_t Count(const std::string& text, const std::string& part) {
 TEST_F(ToolTest, PicturesAreToScale) {
     DrawingRecord drawing;
     drawing.SetVersion(24);
-    EntityRecord& group = AddAt(drawing.Entities, 13, "<Wall>", 0);
+    EntityRecord& group = AddAt(drawing.Entities, 13, "<W&ll>", 0);
     EntityRecord& inner = AddAt(dynamic_cast<Kind13Geometry&>(*group.Geometry).Entities, 2, "BYLAYER", 10);
     dynamic_cast<Kind2Geometry&>(*inner.Geometry).First = {3, 150};
-    dynamic_cast<Kind2Geometry&>(*inner.Geometry).Second = {1e300, std::numeric_limits<double>::quiet_NaN()};
-    EntityRecord& outer = AddAt(drawing.Entities, 13, "<Wall>", 5);
+    dynamic_cast<Kind2Geometry&>(*inner.Geometry).Second = {std::numeric_limits<double>::quiet_NaN(), 1};
+    inner.AnchorB.Y = 1e300;
+    EntityRecord& outer = AddAt(drawing.Entities, 13, "<W&ll>", 5);
     AddAt(*AddAt(*outer.Nested(), 13, "BYLAYER", 6).Nested(), 0, "BYLAYER", 7);
     Put("f", Written(drawing));
     const std::string svg = Zelsketch({"show", "--drawing", "24", "--svg", "f"}).out;
     // 150 high, so that a mark is 1 wide.
     EXPECT_NE(std::string::npos, svg.find("viewBox=\"-8 -8 66 176\"")) << svg;
     for (const std::string expected :
-         {"<title>Entities[0], kind 13, style &lt;Wall></title>\n<rect x=\"-2\" y=\"-2\" width=\"14\" "
+         {"<title>Entities[0], kind 13, style &lt;W&amp;ll></title>\n<rect x=\"-2\" y=\"-2\" width=\"14\" "
           "height=\"154\" fill=\"none\"",
           "<title>Entities[0].Entities[0], kind 2, style BYLAYER</title>\n<rect x=\"9.5\" y=\"19.5\" "
           "width=\"1\"",
           "<title>Entities[1].Entities[0], kind 13, style BYLAYER</title>\n<rect x=\"4\" y=\"10\" "
           "width=\"5\" height=\"6\"",
           "<circle cx=\"3\" cy=\"150\" r=\"0.5\"/>", "<text x=\"11\" y=\"19\">2</text>",
-          "1 point too far away to be drawn"})
+          "2 points too far away to be drawn"})
         EXPECT_EQ(1u, Count(svg, expected)) << expected << " in\n" << svg;
+    EXPECT_EQ(1u,
+              Count(Zelsketch({"show", "--drawing", "24", "--json", "f"}).out, "\"SecondBits\": [\"0x7ff8"));
     EXPECT_EQ(2u, Count(svg, "<g fill=\"#b31a1a\"")) << "one colour a style";
-    EXPECT_EQ(1u, Count(svg, "fill=\"#b31a1a\">&lt;Wall></text>")) << "and its name";
+    EXPECT_EQ(1u, Count(svg, "fill=\"#b31a1a\">&lt;W&amp;ll></text>")) << "and its name";
     EXPECT_EQ(5u, Count(svg, "</g>"));
 }
 
