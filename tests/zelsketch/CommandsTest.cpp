@@ -263,6 +263,12 @@ TEST_F(ToolTest, EveryCommandShowsItInOneBigFile) {
                 EXPECT_EQ(std::string::npos, out.str().find('\r'));
                 std::filesystem::remove("h");
             }
+    // Other output takes its place.
+    std::istringstream in;
+    std::ostringstream both;
+    Progress bar(both, true, [] { return now += std::chrono::seconds(2); });
+    RunCommandLine({"check", "f", "f"}, {in, both, both, false, true, false, &bar});
+    EXPECT_NE(std::string::npos, both.str().find("] 0 of 2 files\r\033[Kf: sound\n")) << both.str();
 }
 
 }  // namespace

@@ -43,6 +43,8 @@ TEST_F(ToolTest, DiffTellsWhatHasBecomeOfDefinitions) {
          "changed: Header.FileVersion: 4 -> 5\nchanged: FileFlags: none -> 0x00000000\n"},
         {R"({ "Header": { "FileVersion": 3 } })", R"({ "Header": { "FileVersion": 99 } })",
          "changed: Header.FileVersion: 3 -> 99  (unknown: readers stop behind the header)\n"},
+        {R"({ "DefinitionsOpening": 2 })", R"({ "DefinitionsOpening": 2 })", ""},
+        {"{ }", R"({ "CutShort": 3 })", "changed: FileFlags: 0x00000000 -> 0x00000000  (cut short)\n"},
         {R"({ "LeftOver": "01" })", "{ }", "changed: LeftOver: 01 -> none\n"},
     };
     for (const auto& test : cases) {
