@@ -140,6 +140,9 @@ TEST_F(ToolTest, CheckTellsNotesFromDamage) {
     }
     Put("f", Sample().replace(0x80, 1, "\2") + "x");  // in file order
     EXPECT_EQ(Zelsketch({"check", "f"}).out.find("f: 0x00000080: note: "), 0u);
+    Put("f", Sample().replace(0x80, 1, "\2"));
+    EXPECT_EQ("zelsketch: f: bytes that readers do not see are not carried over\n",
+              Zelsketch({"convert", "--to-version", "5", "f", "g"}).error);
     Put("f", File(R"({ "Header": { "FileVersion": 1 } })"));
     EXPECT_EQ("f: sound\n", Zelsketch({"check", "f"}).out);
     Put("f", Sample().replace(0x80, 1, 1, '\0'));  // in front of old characters, as an emptied text has it

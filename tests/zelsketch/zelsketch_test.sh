@@ -58,6 +58,7 @@ expect 2 'will not replace g: it is read-only; --force replaces it' zelsketch bu
 expect 0 '' zelsketch build --force f.json g
 expect 0 "zelsketch $version" zelsketch --version
 expect 0 'Exit status:' zelsketch --help
+expect 0 'JSON:' zelsketch build --help
 expect 2 'FILE is required' zelsketch show
 expect 2 'no such command: shwo' zelsketch shwo f
 expect 2 'not expected: --jsn' zelsketch show --jsn f
@@ -199,6 +200,10 @@ interrupted() (
     export ZEL_SIGNAL="$number" ZEL_CALL="$call" ZEL_WHEN="$when" ASAN_OPTIONS=verify_asan_link_order=0
     LD_PRELOAD=$build/tests/zelsketch/libzelsketch_interrupt.so "$build/zelsketch" "$@"
 )
+# Who starts it may want it to go on.
+expect 0 '' eval "trap '' 1; interrupted 1 fsync before convert --to-version 3 f g"
+[ -e g ] || failed=1
+rm g
 # A change in place meets its end before or behind both names' change, never between them.
 cp f old
 for moment in 'fsync before' 'fsync after' 'rename before' 'rename after'; do
