@@ -40,6 +40,15 @@ TEST_F(ToolTest, ShowExplains) {
     EXPECT_NE(std::string::npos, Zelsketch({"show", "f"}, true).out.find("\033[1mHeader"));
 }
 
+TEST_F(ToolTest, PagesIndentTwelveLevels) {
+    std::string json, end;
+    for (int i = 0; i < 20; ++i) json += R"({ "Members": [ )", end += " ] }";
+    Build("f", R"({ "Definitions": [ )" + json + end + " ] }");
+    const std::string page = Zelsketch({"show", "f"}).out;
+    EXPECT_NE(std::string::npos, page.find("\n" + std::string(44, ' ') + "Definitions[0]"));
+    EXPECT_EQ(std::string::npos, page.find("\n" + std::string(48, ' ')));
+}
+
 TEST_F(ToolTest, ListIsOneTableOfAllFiles) {
     Build(
         "a",
@@ -184,6 +193,13 @@ TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
             EXPECT_EQ(hasFinds, Zelsketch({command, "f"}).error.find("f: reading could go on at 0x") !=
                                     std::string::npos)
                 << command << ' ' << c.name;
+    }
+    std::string several = sound;
+    for (const char* code : {"A1", "A3", "A5", "A7"}) {
+        several[at(code)] = '\0';
+        Put("f", several);
+        EXPECT_EQ(several[at("A7")] == '\0',
+                  Zelsketch({"list", "f"}).error.find(" and so on;") != std::string::npos);
     }
     Put("f",
         "\x7f"
