@@ -55,17 +55,19 @@ void Hook(HMODULE module) {
     auto* base = reinterpret_cast<BYTE*>(module);
     const auto* dos = reinterpret_cast<IMAGE_DOS_HEADER*>(base);
     const auto* headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
-    auto** place = reinterpret_cast<void**>(base + imports.VirtualAddress);
+    const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
     int hooked = 0;
-    for (auto** end = place + imports.Size / sizeof *place; place != end; ++place) {
-        for (const auto& [name, to] : hooks) {
-            if (*place != reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"msvcrt"), name)))
-                continue;
-            DWORD protection;
-            VirtualProtect(place, sizeof *place, PAGE_READWRITE, &protection);
-            *place = to;
-            ++hooked;
+    for (auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports); library->Name;
+         ++library) {
+        for (auto** place = reinterpret_cast<void**>(base + library->FirstThunk); *place; ++place) {
+            for (const auto& [name, to] : hooks) {
+                if (*place != reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"msvcrt"), name)))
+                    continue;
+                DWORD protection;
+                VirtualProtect(place, sizeof *place, PAGE_READWRITE, &protection);
+                *place = to;
+                ++hooked;
+            }
         }
     }
     EXPECT_EQ(hooked, 4);
