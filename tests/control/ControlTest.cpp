@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,13 +16,6 @@
 #include "zel/com/Bstr.h"
 #include "Container.h"
 #include "module/Server.h"
-
-// What is freed is cleared, so that who uses it yet is noticed.
-[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
-[[gnu::noinline]] void operator delete(void* block, std::size_t size) noexcept {
-    SecureZeroMemory(block, size);
-    std::free(block);
-}
 
 namespace zel {
 namespace {
