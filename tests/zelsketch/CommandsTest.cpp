@@ -154,17 +154,19 @@ TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
     for (const std::size_t count :
          {std::size_t{0}, std::size_t{54}, std::size_t{65}, std::size_t{86}, at("A4") + 34, at("A5") + 71})
         withCounts[count] = '\x7f';
+    const auto with = [&](const char* code, std::size_t offset, char c, std::string file) {
+        file[at(code) + offset] = c;
+        return file;
+    };
     struct {
         const char* name;
         std::string file;
         std::string says;     // a line of the salvage
         std::size_t missing;  // definitions
     } const cases[] = {
-        {"a tag is zero", std::string(sound).replace(at("A3"), 1, 1, '\0'),
-         "taken up: Definitions[3] from 0x", 0},
-        {"a member's tag is zero", std::string(sound).replace(at("M1"), 1, 1, '\0'),
-         "taken up: Definitions[0].Members[1]", 0},
-        {"a count is wrong", std::string(sound).replace(at("A3") + 13, 1, "\x19"), "0 bytes left behind", 0},
+        {"a tag is zero", with("A3", 0, '\0', sound), "taken up: Definitions[3] from 0x", 0},
+        {"a member's tag is zero", with("M1", 0, '\0', sound), "taken up: Definitions[0].Members[1]", 0},
+        {"a count is wrong", with("A3", 13, '\x19', sound), "0 bytes left behind", 0},
         {"counts of texts are wrong", withCounts, "0 bytes left behind", 0},
         {"bytes are gone", std::string(sound).erase(at("A3") + 20, 30), "taken up: Definitions[3] from 0x",
          1},
@@ -172,6 +174,12 @@ TEST_F(ToolTest, ConvertRefusesDamageAndTakesUpTheRest) {
         {"bytes are too many", std::string(sound).insert(at("A3"), "rubbish"), "left behind: 7 bytes", 0},
         {"the end is cut", sound.substr(0, at("A9") + 50), "missing: ", 0},
         {"the list ends early", std::string(sound).insert(at("A3"), 1, '\0'), "taken up: Definitions[3]", 0},
+        {"two counts are wrong", with("A3", 13, 'P', with("A3", 34, 'P', sound)), "left behind: ", 1},
+        {"a tag and what follows", with("A3", 0, '\7', sound).insert(at("A4") - 1, "rubbish"),
+         "left behind: ", 1},
+        {"a tag is zero, its code odd", with("A3", 0, '\0', with("A3", 2, '\1', sound)), "left behind: ", 1},
+        {"a tag in front of the cut", with("A9", 0, '\7', sound.substr(0, at("A9") + 50)),
+         "left behind: ", 1},
     };
     for (const auto& c : cases) {
         Put("f", c.file);
