@@ -7,7 +7,7 @@ namespace zel {
 namespace {
 
 constexpr Word kFileNotFound = 2, kInvalidHandle = 6, kWriteProtected = 5, kDiskFull = 112,
-               kNoMoreItems = 259;
+               kSharingViolation = 32, kNoMoreItems = 259;
 constexpr Word kNoHandle = 0xFFFFFFFF;
 
 // The ANSI code page of a device in the western world: 1252.
@@ -181,7 +181,7 @@ void Handheld::DefineText() {
 }
 
 void Handheld::DefineFiles() {
-    constexpr Word kWrite = 0x40000000, kCreateAlways = 2, kOpenExisting = 3;
+    constexpr Word kWrite = 0x40000000, kCreateAlways = 2, kOpenExisting = 3, kShareAll = 3;
     Define("CreateFileW", [=] {
         const std::u16string name = machine.Wide(A(0));
         const Word disposition = A(4);
@@ -189,6 +189,11 @@ void Handheld::DefineFiles() {
         if (name.empty() ||
             (!exists && (disposition == kOpenExisting || name.find(u"\\nowhere\\") != name.npos))) {
             Fail(kFileNotFound);
+            return kNoHandle;
+        }
+        // Another program has every file open, to read and to write.
+        if (A(2) != kShareAll) {
+            Fail(kSharingViolation);
             return kNoHandle;
         }
         if (disposition == kCreateAlways) files[name].clear();

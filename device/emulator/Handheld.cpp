@@ -4,7 +4,7 @@ namespace zel {
 namespace {
 
 constexpr Word kScratch = 0x40000000, kScratchSize = 0x100000;
-constexpr Word kProcessAttach = 1, kProcessDetach = 0;
+constexpr Word kProcessAttach = 1, kProcessDetach = 0, kThreadDetach = 3;
 
 }  // namespace
 
@@ -31,7 +31,14 @@ Handheld::Handheld(const std::string& file, Word base)
 
 Handheld::~Handheld() = default;
 
-Word Handheld::Enter(Word reason) { return machine.Call(image_->Entry(), {image_->Base(), reason, 0}); }
+Word Handheld::Enter(Word reason) {
+    const Word result = machine.Call(image_->Entry(), {image_->Base(), reason, 0});
+    // What a thread kept in its slots goes with it.
+    if (reason == kThreadDetach) {
+        for (const Word slot : slots_) slotValues_[{machine.thread, slot}] = 0;
+    }
+    return result;
+}
 
 std::string Handheld::Unload() {
     std::string left;

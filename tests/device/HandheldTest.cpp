@@ -136,11 +136,13 @@ TEST_F(HandheldTest, ProgramRegistersTheModuleBesideIt) {
                           {u"/u", 0, "The library is no longer registered.\n", "unregistered.txt"},
                           {u" /s \"\\Programme\\ZEL_BRU.dll\"", 0, "", "registered.txt"},
                           {u"/U /S \\Programme\\ZEL_BRU.dll", 0, "", "unregistered.txt"},
+                          {u"", 5, "The registration failed.\n", "unregistered.txt"},
                           {u"\\elsewhere.dll", 3, "The library could not be loaded.\n", "unregistered.txt"}};
     RegistryTree registry;
     for (const Case& each : cases) {
         Handheld handheld(ZEL_MODULE);
         std::swap(handheld.registry, registry);
+        handheld.machine.allocationsLeft = each.code == 5 ? 0 : -1;
         EXPECT_EQ(handheld.RunProgram(ZEL_PROGRAM, each.line), each.code) << Utf8(each.line);
         EXPECT_EQ(handheld.shown, each.shown) << Utf8(each.line);
         EXPECT_EQ(handheld.registry.Dump(), TextOf(std::string(ZEL_EXPECTED) + each.registry))
@@ -266,8 +268,15 @@ TEST_F(HandheldTest, ExceptionsOfSeveralThreadsAreOnTheirWayAtOnce) {
     machine_.allocationsLeft = -1;
     handheld_.beforeSystem = nullptr;
     EXPECT_EQ(Load(store), 0u);
+    // More threads come and go while there is no memory than the reserve has room for.
     machine_.thread = 1;
-    EXPECT_EQ(handheld_.Enter(3), 1u);  // that thread ends
+    for (int threads = 0; threads < 9; ++threads) {
+        machine_.allocationsLeft = 0;
+        Load(store);
+        EXPECT_EQ(last_, kFalse);
+        machine_.allocationsLeft = -1;
+        EXPECT_EQ(handheld_.Enter(3), 1u);
+    }
     machine_.thread = 0;
     handheld_.Release(other);
     handheld_.Release(store);
@@ -280,6 +289,7 @@ TEST_F(HandheldTest, FullDiskEndsNothing) {
         Save(store);
     }
     handheld_.diskLeft = -1;
+    handheld_.files[u"\\f"] = kTree + "of a longer file";
     EXPECT_EQ(Save(store), 0u);
     EXPECT_TRUE(SameBytes(kTree, handheld_.files.at(u"\\f")));
     handheld_.Release(store);
