@@ -134,6 +134,14 @@ TEST_F(ActivationTest, UnloadsAfterTheLastObjectAThousandTimesWithMemoryFlat) {
     for (int i = 0; i < 100; ++i) ASSERT_TRUE(cycle());
     const SIZE_T before = MemoryInUse();
     for (int i = 0; i < 1000; ++i) ASSERT_TRUE(cycle()) << i;
+    // A window class that stayed would have its procedure in code that has gone.
+    IDispatchPtr object(L"ZEL_BRU.BRU_Store");
+    WNDCLASSW windowClass = {0,       &DefWindowProcW, 0,       0,       GetModuleHandleW(L"ZEL_BRU.dll"),
+                             nullptr, nullptr,         nullptr, nullptr, L"zel.Control"};
+    EXPECT_TRUE(RegisterClassW(&windowClass));
+    object = nullptr;
+    EXPECT_TRUE(Unload());
+    EXPECT_FALSE(GetClassInfoW(windowClass.hInstance, L"zel.Control", &windowClass));
     EXPECT_NE(TlsAlloc(), TLS_OUT_OF_INDEXES) << "what a thread slot leaks at every turn uses up all";
     // A few pages may come and go; what leaks at every turn adds up to more.
     EXPECT_LT(MemoryInUse(), before + 128 * 1024);
